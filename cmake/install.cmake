@@ -1,0 +1,21 @@
+# Installs the library, the headers (below include/korbase/), the CMake package and korbase.pc.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS korbase EXPORT korbase-targets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/korbase COMPONENT development)
+
+set(korbase_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/korbase)
+install(EXPORT korbase-targets NAMESPACE korbase:: DESTINATION ${korbase_package_dir}
+        COMPONENT development)
+configure_package_config_file(cmake/korbase-config.cmake.in korbase-config.cmake
+                              INSTALL_DESTINATION ${korbase_package_dir})
+write_basic_package_version_file(korbase-config-version.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korbase-config.cmake
+              ${CMAKE_CURRENT_BINARY_DIR}/korbase-config-version.cmake
+        DESTINATION ${korbase_package_dir} COMPONENT development)
+
+configure_file(cmake/korbase.pc.in korbase.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korbase.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
