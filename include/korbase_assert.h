@@ -1,7 +1,7 @@
 /* Fatal assertions: a broken precondition prints condition, file, line and function, and aborts.
  *
- * They stay in every build, whatever NDEBUG says. The condition is printed exactly as it is written,
- * blanks included. C11 and C++17. */
+ * They stay in every build, whatever NDEBUG says. The condition is printed exactly as it is
+ * written, blanks included. C11 and C++17. */
 #ifndef KORBASE_ASSERT_H
 #define KORBASE_ASSERT_H
 
@@ -25,7 +25,8 @@ extern void __assert_fail(char const* condition, char const* file, unsigned line
 /* In a source file: names the file as the build sees it. */
 #define KORBASE_ASSERT(condition) KORBASE_ASSERT_TEXT(__FILE__, condition, #condition)
 
-/* In a public header, which applications compile under a path of their own: `file` is the name in our tree. */
+/* In a public header, which applications compile under a path of their own: `file` is the name in
+ * our tree. */
 #define KORBASE_ASSERT_IN(file, condition) KORBASE_ASSERT_TEXT(file, condition, #condition)
 
 /* Where the checked expression needs a cast that the printed `text` does not show. */

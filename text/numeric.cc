@@ -7,9 +7,7 @@
 
 using korbase_detail::SaturateToInt32;
 
-int mth_round(double x) {
-    return x >= 0 ? SaturateToInt32(x + 0.5) : -SaturateToInt32(0.5 - x);
-}
+int mth_round(double x) { return x >= 0 ? SaturateToInt32(x + 0.5) : -SaturateToInt32(0.5 - x); }
 
 int gcd(int a, int b) {
     if (a <= 0) return b;
@@ -17,7 +15,8 @@ int gcd(int a, int b) {
         int const larger = a < b ? b : a;
         int const smaller = a < b ? a : b;
         // Unsigned, since the difference of a negative `b` may leave the range.
-        a = static_cast<int>(static_cast<std::uint32_t>(larger) - static_cast<std::uint32_t>(smaller));
+        a = static_cast<int>(static_cast<std::uint32_t>(larger) -
+                             static_cast<std::uint32_t>(smaller));
         b = smaller;
     }
     return b;

@@ -8,8 +8,8 @@
 extern "C" {
 #endif
 
-/* `x` rounded to the nearest integer, halves away from zero. Values beyond the range of int give its ends
- * (at the lower end -2147483647), a NaN gives 0. */
+/* `x` rounded to the nearest integer, halves away from zero. Values beyond the range of int give
+ * its ends (at the lower end -2147483647), a NaN gives 0. */
 KORBASE_API int mth_round(double x);
 
 /* The greatest common divisor of two positive values, by repeated subtraction.

@@ -1,0 +1,40 @@
+"""Prints ours / peer for each workload of Google Benchmark's JSON files, as a Markdown table.
+
+A benchmark is named WORKLOAD/SUBJECT[/ARGUMENTS]; the subject "korbase" is compared with every other
+subject of the same workload and arguments. Figures are medians; time per item where items are counted.
+"""
+import json
+import sys
+
+
+def nanoseconds(benchmark):
+    """Median time per item (or per iteration) in nanoseconds."""
+    if "items_per_second" in benchmark:
+        return 1e9 / benchmark["items_per_second"]
+    return benchmark["real_time"] * {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}[benchmark["time_unit"]]
+
+
+def main(paths):
+    ours, peers = {}, {}
+    for path in paths:
+        with open(path) as file:
+            for benchmark in json.load(file)["benchmarks"]:
+                if benchmark.get("aggregate_name") != "median":
+                    continue
+                workload, subject, *arguments = benchmark["run_name"].split("/")
+                arguments = " ".join(a for a in arguments if a not in ("real_time", "process_time"))
+                if subject == "korbase":
+                    ours[workload, arguments] = nanoseconds(benchmark)
+                else:
+                    peers.setdefault((workload, arguments), {})[subject] = nanoseconds(benchmark)
+    if not ours:
+        sys.exit("ratios.py: no results")
+    print("| workload | size | peer | ours, ns | peer, ns | ratio |")
+    print("|---|---|---|---|---|---|")
+    for (workload, arguments), time in ours.items():
+        for peer, peer_time in peers.get((workload, arguments), {"": None}).items():
+            ratio = f"{peer_time:.3g} | {time / peer_time:.2f}" if peer_time else "|"
+            print(f"| {workload} | {arguments} | {'`' + peer + '`' if peer else ''} | {time:.3g} | {ratio} |")
+
+
+main(sys.argv[1:])
