@@ -1,0 +1,18 @@
+/* Conversions between radians and degrees, computed in double and narrowed. C11 and C++17. */
+#ifndef KORBASE_GEOMETRY_GU_ANGLE_H
+#define KORBASE_GEOMETRY_GU_ANGLE_H
+
+#include <korbase_api.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+KORBASE_API float gu_rad2deg(float radians);
+KORBASE_API float gu_deg2rad(float degrees);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
