@@ -24,13 +24,9 @@ void* Checked(void* block) {
 
 }  // namespace
 
-void* SMalloc(unsigned size) {
-    return Checked(std::malloc(size));
-}
+void* SMalloc(unsigned size) { return Checked(std::malloc(size)); }
 
-void* SCalloc(unsigned count, unsigned size) {
-    return Checked(std::calloc(count, size));
-}
+void* SCalloc(unsigned count, unsigned size) { return Checked(std::calloc(count, size)); }
 
 void* SRealloc(void* ptr, unsigned size) {
     return Checked(ptr ? std::realloc(ptr, size) : std::malloc(size));

@@ -10,9 +10,7 @@ namespace {
 
 using std::string_view;
 
-bool SameLetters(char a, char b) {
-    return korbase_detail::FoldedDifference(a, b) == 0;
-}
+bool SameLetters(char a, char b) { return korbase_detail::FoldedDifference(a, b) == 0; }
 
 bool StartsWith(string_view s, string_view sub) {
     return s.size() >= sub.size() && s.compare(0, sub.size(), sub) == 0;
@@ -36,9 +34,7 @@ bool ValidCounts(char const* s, int slen, char const* sub, int sublen) {
     return s && sub && slen >= 1 && sublen >= 0;
 }
 
-string_view View(char const* s, int length) {
-    return {s, static_cast<std::size_t>(length)};
-}
+string_view View(char const* s, int length) { return {s, static_cast<std::size_t>(length)}; }
 
 // The text from position `pos` on; the caller's position may be anything.
 string_view From(int pos, string_view s) {
@@ -55,9 +51,7 @@ char* str_FindC(char const* text, str_pred_t pred) {
     return nullptr;
 }
 
-char* str_FindCN(char const* text, str_pred_t pred) {
-    return str_FindC(text, pred);
-}
+char* str_FindCN(char const* text, str_pred_t pred) { return str_FindC(text, pred); }
 
 int str_index(char const* s, int slen, char const* sub, int sublen) {
     return ValidCounts(s, slen, sub, sublen) ? Position(View(s, slen), View(sub, sublen)) : 0;
@@ -67,13 +61,9 @@ int str_iindex(char const* s, int slen, char const* sub, int sublen) {
     return ValidCounts(s, slen, sub, sublen) ? PositionFolded(View(s, slen), View(sub, sublen)) : 0;
 }
 
-int str_indx(char const* s, char const* sub) {
-    return s && sub ? Position(s, sub) : 0;
-}
+int str_indx(char const* s, char const* sub) { return s && sub ? Position(s, sub) : 0; }
 
-int str_iindx(char const* s, char const* sub) {
-    return s && sub ? PositionFolded(s, sub) : 0;
-}
+int str_iindx(char const* s, char const* sub) { return s && sub ? PositionFolded(s, sub) : 0; }
 
 int str_cont(int pos, char const* s, char const* sub) {
     return s && sub && StartsWith(From(pos, s), sub);

@@ -17,9 +17,7 @@ char* NewText(std::size_t size) {
 
 }  // namespace
 
-unsigned str_len(char const* text) {
-    return text ? static_cast<unsigned>(std::strlen(text)) : 0;
-}
+unsigned str_len(char const* text) { return text ? static_cast<unsigned>(std::strlen(text)) : 0; }
 
 int str_cmp(char const* a, char const* b) {
     if (a == b) return 0;
@@ -106,10 +104,6 @@ char* str_nsave(char const* text, unsigned n) {
     return copy;
 }
 
-void str_free(void* text) {
-    std::free(text);
-}
+void str_free(void* text) { std::free(text); }
 
-char const* str_error(int error) {
-    return std::strerror(error);
-}
+char const* str_error(int error) { return std::strerror(error); }
