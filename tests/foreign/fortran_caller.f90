@@ -1,0 +1,39 @@
+! Calls the functions whose names end in an underscore: arguments by reference, fields without a
+! terminator, and the length that the compiler passes behind them by value.
+program fortran_caller
+    implicit none
+    character(len=12) :: field
+    real :: value
+    integer :: differences, consumed
+    integer, external :: str_tofloat
+    external :: tolower, toupper
+
+    differences = 0
+
+    field = 'Metal1 M2'
+    call toupper(field, 6)
+    call check(field == 'METAL1 M2', 'toupper, whole letters of the first six')
+    call tolower(field, 99)
+    call check(field == 'metal1 m2', 'tolower, the length of the field is the limit')
+    call toupper(field(:5), 0)
+    call check(field == 'metal1 m2', 'toupper of no character')
+
+    value = -1
+    consumed = str_tofloat('  -1.5K' // char(0), value)
+    call check(consumed == 7 .and. value == -1500.0, 'str_tofloat')
+    consumed = str_tofloat('none' // char(0), value)
+    call check(consumed == 0 .and. value == -1500.0, 'str_tofloat of no number')
+
+    if (differences > 0) stop 1
+
+contains
+
+    subroutine check(ok, what)
+        logical, intent(in) :: ok
+        character(len=*), intent(in) :: what
+        if (ok) return
+        print *, 'differs: ', what
+        differences = differences + 1
+    end subroutine check
+
+end program fortran_caller
