@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
-#include <numeric>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -46,9 +48,14 @@ TEST(TVarrGrowth, AddsTheIncrementOrDoubles) {
         VarrTypeT type;
         unsigned extend, want;
     } const rows[] = {
-        {kLazy, VARR_ADD, 0, 0},        {kLazy, VARR_ADD, 1, 32},      {kLazy, VARR_ADD, 33, 64},
-        {1024, VARR_DOUBLE, 1024, 1024}, {1024, VARR_DOUBLE, 1025, 2048},
-        {1024, VARR_DOUBLE, 3000, 4096}, {10, VARR_ADD, 31, 40},       {3, VARR_DOUBLE, 13, 24},
+        {kLazy, VARR_ADD, 0, 0},
+        {kLazy, VARR_ADD, 1, 32},
+        {kLazy, VARR_ADD, 33, 64},
+        {1024, VARR_DOUBLE, 1024, 1024},
+        {1024, VARR_DOUBLE, 1025, 2048},
+        {1024, VARR_DOUBLE, 3000, 4096},
+        {10, VARR_ADD, 31, 40},
+        {3, VARR_DOUBLE, 13, 24},
         {0, VARR_ADD, 0, 0},
     };
     for (auto const& row : rows) {
@@ -74,7 +81,7 @@ TEST(TVarrGrowth, RefusesWhatNoTargetCanHold) {
     for (unsigned const n : {0x1FFFFFFFu, 0x7FFFFFFFu, 0xFFFFFFFDu, 0xFFFFFFFFu})
         EXPECT_THROW(a.Extend(n), std::bad_array_new_length) << n;
     EXPECT_THROW(a.Resize(0x20000000), std::bad_array_new_length);
-    EXPECT_THROW(TVarr<double>(0x0FFFFFFF, VARR_ADD), std::bad_array_new_length);
+    EXPECT_THROW(TVarr<double>(0x10000000, VARR_ADD), std::bad_array_new_length);
     EXPECT_EQ((std::vector<int>{1, 2, 3}), Values(a));
     EXPECT_EQ(4u, a.Size());
 }
@@ -145,6 +152,7 @@ TEST(TVarrStrings, ShareAsStringsDo) {
     EXPECT_STREQ("", copy[0].Get());
     a[1].Reserve(0);
     EXPECT_STREQ("", copy[1].Get());
+    a.Extend(1);
     EXPECT_TRUE(a.end()->IsNull());  // a spare slot
 }
 
@@ -196,14 +204,14 @@ TEST(TVarrEnd, MovesWithinTheCapacity) {
     TVarr<int> a = Ints({1, 2, 3});
     EXPECT_EQ(3, *a.Pop());
     EXPECT_EQ(a.Get() + 1, a.Cat(0, nullptr));
-    EXPECT_EQ(3, *a.Adjust(3) * 0 + a[2]);  // the popped element is still in its slot
-    EXPECT_EQ(a.end(), a.Adjust(5));        // above the capacity: nothing
+    EXPECT_EQ(a.Get() + 3, a.Adjust(3));
+    EXPECT_EQ(3, a[2]);               // the popped element was still in its slot
+    EXPECT_EQ(a.end(), a.Adjust(5));  // above the capacity: nothing
     EXPECT_EQ(3u, a.Len());
     a.Reset();
     EXPECT_EQ(nullptr, a.Pop());
     EXPECT_EQ(sizeof(int), reinterpret_cast<std::uintptr_t>(a.Get()) -
                                reinterpret_cast<std::uintptr_t>(a.Cat(0, nullptr)));
-    EXPECT_EQ(1, a[0 * a.Adjust(1)[-1]]);
 }
 
 TEST(TVarrIndex, TakesAnyIntegerType) {
@@ -281,11 +289,12 @@ TEST(TVarrSearch, AgreesWithAModelOnRandomArrays) {
         TVarr<int> const& c = a;
         int const* const found = c.BFind(Key(key));
         ASSERT_EQ(range.first != range.second, found != nullptr);
-        if (found) ASSERT_EQ(key, *found);
-        TResult<int> const core = ArrBFindCore(
-            a.Get(), a.Len(), key, [](int x, int y) { return CompareInts(&x, &y); });
+        ASSERT_TRUE(!found || *found == key);
+        TResult<int> const core =
+            ArrBFindCore(a.Get(), a.Len(), key, [](int x, int y) { return CompareInts(&x, &y); });
         ASSERT_EQ(found != nullptr, core.found == 1);
-        ASSERT_TRUE(core.found ? *core.ptr == key : core.ptr == a.Get() + (range.first - values.begin()));
+        ASSERT_TRUE(core.found ? *core.ptr == key
+                               : core.ptr == a.Get() + (range.first - values.begin()));
 
         Recorder within(key, high);
         a.RSearch(within);
