@@ -31,7 +31,7 @@ int PositionFolded(string_view s, string_view sub) {
 }
 
 bool ValidCounts(char const* s, int slen, char const* sub, int sublen) {
-    return s && sub && slen >= 1 && sublen >= 0;
+    return s && slen >= 1 && sublen >= 0 && (sub || sublen == 0);
 }
 
 string_view View(char const* s, int length) { return {s, static_cast<std::size_t>(length)}; }
