@@ -4,15 +4,9 @@
 
 namespace {
 
-AVLnode* Left(AVLnode const* n) {
-    return static_cast<AVLnode*>(n->left);
-}
-AVLnode* Right(AVLnode const* n) {
-    return static_cast<AVLnode*>(n->right);
-}
-AVLnode* Parent(AVLnode const* n) {
-    return static_cast<AVLnode*>(n->parent);
-}
+AVLnode* Left(AVLnode const* n) { return static_cast<AVLnode*>(n->left); }
+AVLnode* Right(AVLnode const* n) { return static_cast<AVLnode*>(n->right); }
+AVLnode* Parent(AVLnode const* n) { return static_cast<AVLnode*>(n->parent); }
 
 void SetLeft(AVLnode* n, bnode_t* child) {
     n->left = child;
@@ -71,14 +65,12 @@ AVLnode* Shrunk(AVLnode* root, AVLnode* p, bool on_left, int& shrank) {
 
 }  // namespace
 
-bnode_t* AVLnode::Dup() const {
-    return new AVLnode(*this);
-}
+bnode_t* AVLnode::Dup() const { return new AVLnode(*this); }
 
 AVLnode::~AVLnode() {}
 
-AVLnode* AVLnode::Insert(AVLnode* root, Compare cmp, void const* key, Create create,
-                         void* create_arg, Visit found, void* found_arg, int& grew) {
+AVLnode* AVLnode::Insert(AVLnode* root, CompareFn cmp, void const* key, CreateFn create,
+                         void* create_arg, VisitFn found, void* found_arg, int& grew) {
     grew = 0;
     AVLnode* parent = nullptr;
     bool on_left = false;
@@ -95,12 +87,12 @@ AVLnode* AVLnode::Insert(AVLnode* root, Compare cmp, void const* key, Create cre
     return node ? Link(root, parent, on_left, node, grew) : root;
 }
 
-AVLnode* AVLnode::Insert(AVLnode* root, Compare cmp, void const* key, Create create,
+AVLnode* AVLnode::Insert(AVLnode* root, CompareFn cmp, void const* key, CreateFn create,
                          void* create_arg, int& grew) {
     return Insert(root, cmp, key, create, create_arg, nullptr, nullptr, grew);
 }
 
-AVLnode* AVLnode::Delete(AVLnode* root, Compare cmp, void const* key, int& shrank,
+AVLnode* AVLnode::Delete(AVLnode* root, CompareFn cmp, void const* key, int& shrank,
                          AVLnode*& removed) {
     shrank = 0;
     removed = static_cast<AVLnode*>(Find(root, cmp, key));

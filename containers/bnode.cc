@@ -2,6 +2,8 @@
 // a climb ends at the root that the walk was given, whatever that root's own parent says.
 #include "containers/bnode.h"
 
+template class TVarr<bnode_t*>;
+
 namespace {
 
 typedef bnode_t* bnode_t::*Side;
@@ -19,7 +21,7 @@ bnode_t* Step(bnode_t* root, bnode_t* n, Side to, Side from) {
     return nullptr;
 }
 
-int Walk(bnode_t* root, bnode_t::Visit visit, void* arg, Side to, Side from) {
+int Walk(bnode_t* root, bnode_t::VisitFn visit, void* arg, Side to, Side from) {
     if (!root) return 0;
     for (bnode_t* n = Far(root, from); n; n = Step(root, n, to, from))
         if (int const result = visit(n, arg)) return result;
@@ -27,7 +29,7 @@ int Walk(bnode_t* root, bnode_t::Visit visit, void* arg, Side to, Side from) {
 }
 
 // Visits from the first node not before `first` to the last one not behind `last`, as `to` points.
-int WalkRange(bnode_t* root, bnode_t::Visit visit, void* arg, bnode_t::Compare cmp,
+int WalkRange(bnode_t* root, bnode_t::VisitFn visit, void* arg, bnode_t::CompareFn cmp,
               void const* first, void const* last, Side to, Side from) {
     bool const ascending = to == &bnode_t::right;
     auto const order = [cmp, ascending](bnode_t const* n, void const* key) {
@@ -90,13 +92,9 @@ struct UnfinishedTree {
     }
 };
 
-bnode_t* CopyNode(bnode_t const* n) {
-    return n->Dup();
-}
+bnode_t* CopyNode(bnode_t const* n) { return n->Dup(); }
 
-bool HasChildren(bnode_t const* n) {
-    return n->left || n->right;
-}
+bool HasChildren(bnode_t const* n) { return n->left || n->right; }
 
 // A side on which `from` has a child and its copy `to` has none yet; null when there is none.
 Side Missing(bnode_t const* from, bnode_t const* to) {
@@ -107,13 +105,11 @@ Side Missing(bnode_t const* from, bnode_t const* to) {
 
 }  // namespace
 
-bnode_t* bnode_t::Dup() const {
-    return new bnode_t(*this);
-}
+bnode_t* bnode_t::Dup() const { return new bnode_t(*this); }
 
 bnode_t::~bnode_t() {}
 
-bnode_t* bnode_t::Find(bnode_t* root, Compare cmp, void const* key) {
+bnode_t* bnode_t::Find(bnode_t* root, CompareFn cmp, void const* key) {
     bnode_t* n = root;
     while (n) {
         int const order = cmp(n, key);
@@ -123,8 +119,8 @@ bnode_t* bnode_t::Find(bnode_t* root, Compare cmp, void const* key) {
     return n;
 }
 
-bnode_t* bnode_t::Insert(bnode_t* root, Compare cmp, void const* key, Create create,
-                         void* create_arg, Visit found, void* found_arg) {
+bnode_t* bnode_t::Insert(bnode_t* root, CompareFn cmp, void const* key, CreateFn create,
+                         void* create_arg, VisitFn found, void* found_arg) {
     bnode_t* parent = nullptr;
     Side side = nullptr;
     for (bnode_t* n = root; n; n = n->*side) {
@@ -145,12 +141,12 @@ bnode_t* bnode_t::Insert(bnode_t* root, Compare cmp, void const* key, Create cre
     return root;
 }
 
-bnode_t* bnode_t::Insert(bnode_t* root, Compare cmp, void const* key, Create create,
+bnode_t* bnode_t::Insert(bnode_t* root, CompareFn cmp, void const* key, CreateFn create,
                          void* create_arg) {
     return Insert(root, cmp, key, create, create_arg, nullptr, nullptr);
 }
 
-bnode_t* bnode_t::Delete(bnode_t* root, Compare cmp, void const* key) {
+bnode_t* bnode_t::Delete(bnode_t* root, CompareFn cmp, void const* key) {
     bnode_t* const n = Find(root, cmp, key);
     if (!n) return root;
 
@@ -167,7 +163,7 @@ bnode_t* bnode_t::DeleteTree(bnode_t* root) {
     return nullptr;
 }
 
-int bnode_t::Preorder(bnode_t* root, Visit visit, void* arg) {
+int bnode_t::Preorder(bnode_t* root, VisitFn visit, void* arg) {
     for (bnode_t* n = root; n;) {
         if (int const result = visit(n, arg)) return result;
         if (n->left || n->right) {
@@ -181,15 +177,15 @@ int bnode_t::Preorder(bnode_t* root, Visit visit, void* arg) {
     return 0;
 }
 
-int bnode_t::Inorder(bnode_t* root, Visit visit, void* arg) {
+int bnode_t::Inorder(bnode_t* root, VisitFn visit, void* arg) {
     return Walk(root, visit, arg, &bnode_t::right, &bnode_t::left);
 }
 
-int bnode_t::Revorder(bnode_t* root, Visit visit, void* arg) {
+int bnode_t::Revorder(bnode_t* root, VisitFn visit, void* arg) {
     return Walk(root, visit, arg, &bnode_t::left, &bnode_t::right);
 }
 
-int bnode_t::Postorder(bnode_t* root, Visit visit, void* arg) {
+int bnode_t::Postorder(bnode_t* root, VisitFn visit, void* arg) {
     for (bnode_t* n = root ? FirstLeaf(root) : nullptr; n;) {
         // The way on is read first: the visitor may destroy the node. A left child that is gone is
         // not looked at.
@@ -201,12 +197,12 @@ int bnode_t::Postorder(bnode_t* root, Visit visit, void* arg) {
     return 0;
 }
 
-int bnode_t::Range(bnode_t* root, Visit visit, void* arg, Compare cmp, void const* lo,
+int bnode_t::Range(bnode_t* root, VisitFn visit, void* arg, CompareFn cmp, void const* lo,
                    void const* hi) {
     return WalkRange(root, visit, arg, cmp, lo, hi, &bnode_t::right, &bnode_t::left);
 }
 
-int bnode_t::RevRange(bnode_t* root, Visit visit, void* arg, Compare cmp, void const* lo,
+int bnode_t::RevRange(bnode_t* root, VisitFn visit, void* arg, CompareFn cmp, void const* lo,
                       void const* hi) {
     return WalkRange(root, visit, arg, cmp, hi, lo, &bnode_t::left, &bnode_t::right);
 }
@@ -231,9 +227,18 @@ bnode_t* bnode_t::BuildTree(bnode_t* parent, bnode_t** nodes, int lo, int hi) {
     return n;
 }
 
-bnode_t* bnode_t::DupTree(bnode_t const* root) {
-    return CopyTree(root, CopyNode);
+bnode_t* bnode_t::Balance(int (*cmp)(bnode_t* const*, bnode_t* const*)) {
+    TVarr<bnode_t*> nodes(1024, VARR_DOUBLE);
+    auto const collect = [](bnode_t* n, void* all) {
+        static_cast<TVarr<bnode_t*>*>(all)->App(n);
+        return 0;
+    };
+    Inorder(this, collect, &nodes);
+    nodes.Sort(cmp);
+    return BuildTree(nullptr, nodes.Get(), 0, static_cast<int>(nodes.Len()) - 1);
 }
+
+bnode_t* bnode_t::DupTree(bnode_t const* root) { return CopyTree(root, CopyNode); }
 
 bnode_t* bnode_t::CopyTree(bnode_t const* root, bnode_t* (*copy)(bnode_t const*)) {
     if (!root) return nullptr;

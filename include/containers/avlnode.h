@@ -16,7 +16,7 @@
 class KORBASE_API AVLnode : public bnode_t {
 public:
     // A new node, which the tree owns from then on.
-    typedef AVLnode* (*Create)(void* arg);
+    typedef AVLnode* (*CreateFn)(void* arg);
 
     int bal;  // height(right) - height(left): -1, 0 or 1
 
@@ -33,15 +33,15 @@ public:
     // `found(node, found_arg)` instead (nothing when `found` is null). Returns the root and sets
     // `grew` to 1 if the tree is higher than before, else to 0. Unchanged when `create` throws or
     // returns null.
-    static AVLnode* Insert(AVLnode* root, Compare cmp, void const* key, Create create,
-                           void* create_arg, Visit found, void* found_arg, int& grew);
-    static AVLnode* Insert(AVLnode* root, Compare cmp, void const* key, Create create,
+    static AVLnode* Insert(AVLnode* root, CompareFn cmp, void const* key, CreateFn create,
+                           void* create_arg, VisitFn found, void* found_arg, int& grew);
+    static AVLnode* Insert(AVLnode* root, CompareFn cmp, void const* key, CreateFn create,
                            void* create_arg, int& grew);
 
     // Takes the node equal to `key` out of the tree and hands it over in `removed`, without links,
     // for the caller to destroy; null when there is none. Returns the root and sets `shrank` to 1
     // if the tree is lower than before, else to 0.
-    static AVLnode* Delete(AVLnode* root, Compare cmp, void const* key, int& shrank,
+    static AVLnode* Delete(AVLnode* root, CompareFn cmp, void const* key, int& shrank,
                            AVLnode*& removed);
 
     // The two operations for callers that made the descent themselves. Link hangs `node` as a leaf

@@ -11,14 +11,16 @@
 
 #include <korbase_api.h>
 
+#include "generic/tvarr"
+
 class KORBASE_API bnode_t {
 public:
     // Positive when `node` sorts after `key`, negative when before, 0 when equal.
-    typedef int (*Compare)(bnode_t const* node, void const* key);
+    typedef int (*CompareFn)(bnode_t const* node, void const* key);
     // Called for each node of a walk; a non-zero result stops the walk and is what it returns.
-    typedef int (*Visit)(bnode_t* node, void* arg);
+    typedef int (*VisitFn)(bnode_t* node, void* arg);
     // A new node, which the tree owns from then on.
-    typedef bnode_t* (*Create)(void* arg);
+    typedef bnode_t* (*CreateFn)(void* arg);
 
     struct Iterator;
 
@@ -37,37 +39,37 @@ public:
     virtual ~bnode_t();
 
     // The node equal to `key`, or null.
-    static bnode_t* Find(bnode_t* root, Compare cmp, void const* key);
+    static bnode_t* Find(bnode_t* root, CompareFn cmp, void const* key);
 
     // Adds the node that `create(create_arg)` returns as a leaf; if a node is equal to `key`, calls
     // `found(node, found_arg)` instead (nothing when `found` is null). Returns the root. The tree
     // is unchanged when `create` throws or returns null.
-    static bnode_t* Insert(bnode_t* root, Compare cmp, void const* key, Create create,
-                           void* create_arg, Visit found, void* found_arg);
-    static bnode_t* Insert(bnode_t* root, Compare cmp, void const* key, Create create,
+    static bnode_t* Insert(bnode_t* root, CompareFn cmp, void const* key, CreateFn create,
+                           void* create_arg, VisitFn found, void* found_arg);
+    static bnode_t* Insert(bnode_t* root, CompareFn cmp, void const* key, CreateFn create,
                            void* create_arg);
 
     // Takes the node equal to `key` out and destroys it; its place goes to its only child or, with
     // two children, to the rightmost node of its left subtree. Returns the root; a new root has no
     // parent.
-    static bnode_t* Delete(bnode_t* root, Compare cmp, void const* key);
+    static bnode_t* Delete(bnode_t* root, CompareFn cmp, void const* key);
 
     // Destroys all nodes, children first. Returns null.
     static bnode_t* DeleteTree(bnode_t* root);
 
     // Depth-first walks; Revorder is right, node, left. Return the visitor's first non-zero result,
     // or 0. The visitor of Postorder may destroy the node it is given.
-    static int Preorder(bnode_t* root, Visit visit, void* arg);
-    static int Inorder(bnode_t* root, Visit visit, void* arg);
-    static int Revorder(bnode_t* root, Visit visit, void* arg);
-    static int Postorder(bnode_t* root, Visit visit, void* arg);
+    static int Preorder(bnode_t* root, VisitFn visit, void* arg);
+    static int Inorder(bnode_t* root, VisitFn visit, void* arg);
+    static int Revorder(bnode_t* root, VisitFn visit, void* arg);
+    static int Postorder(bnode_t* root, VisitFn visit, void* arg);
 
     // Visits the nodes from `lo` to `hi`, both included, in ascending order, RevRange in descending
     // order; none when `lo` sorts after `hi`. What lies outside is skipped by whole subtrees.
     // Results as above.
-    static int Range(bnode_t* root, Visit visit, void* arg, Compare cmp, void const* lo,
+    static int Range(bnode_t* root, VisitFn visit, void* arg, CompareFn cmp, void const* lo,
                      void const* hi);
-    static int RevRange(bnode_t* root, Visit visit, void* arg, Compare cmp, void const* lo,
+    static int RevRange(bnode_t* root, VisitFn visit, void* arg, CompareFn cmp, void const* lo,
                         void const* hi);
 
     // The number of nodes, by counting them.
@@ -77,6 +79,11 @@ public:
     // height below `parent` and returns its root: the element (lo + hi) / 2, and so on in both
     // halves. Null when lo > hi.
     static bnode_t* BuildTree(bnode_t* parent, bnode_t** nodes, int lo, int hi);
+
+    // Sorts the nodes of the tree below this one by `cmp` and rebuilds it with minimal height.
+    // Returns the new root, which has no parent. Unchanged when the work array cannot be allocated
+    // (std::bad_alloc).
+    bnode_t* Balance(int (*cmp)(bnode_t* const*, bnode_t* const*));
 
     // A copy of the tree, node by node through Dup(); its root has no parent. A Dup() that also
     // copies the children is taken at its word. Nothing leaks when Dup() throws.
@@ -120,5 +127,7 @@ struct bnode_t::Iterator {
         return up;
     }
 };
+
+extern template class KORBASE_API TVarr<bnode_t*>;  // containers/bnode.cc
 
 #endif

@@ -133,7 +133,7 @@ TEST(AVLInsert, ReportsAnEqualNodeAndSurvivesAFailingFactory) {
     EXPECT_EQ(3, found);
     EXPECT_EQ(0, grew);
     key = 4;
-    AVLnode::Create const fail = [](void*) -> AVLnode* { throw std::bad_alloc(); };
+    AVLnode::CreateFn const fail = [](void*) -> AVLnode* { throw std::bad_alloc(); };
     EXPECT_THROW(AVLnode::Insert(root, Node::Cmp, &key, fail, &key, grew), std::bad_alloc);
     EXPECT_EQ((std::vector<int>{1, 2, 3}), KeysOf(root));
     bnode_t::DeleteTree(root);

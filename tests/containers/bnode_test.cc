@@ -65,9 +65,7 @@ std::string Shape(bnode_t const* n, bnode_t const* parent = nullptr) {
            Shape(n->right, n) + ")";
 }
 
-int Height(bnode_t const* n) {
-    return n ? 1 + std::max(Height(n->left), Height(n->right)) : 0;
-}
+int Height(bnode_t const* n) { return n ? 1 + std::max(Height(n->left), Height(n->right)) : 0; }
 
 struct Log {
     std::vector<int> keys;
@@ -107,7 +105,7 @@ TEST(BnodeWalks, GoInTheirOrdersAndStopWhereToldAlsoOnAPart) {
     };
     struct {
         char const* name;
-        int (*walk)(bnode_t*, bnode_t::Visit, void*);
+        int (*walk)(bnode_t*, bnode_t::VisitFn, void*);
         Model const& model;
     } const rows[] = {{"pre", bnode_t::Preorder, pre},
                       {"in", bnode_t::Inorder, in},
@@ -212,7 +210,7 @@ TEST(BnodeInsert, ReportsAnEqualNodeAndSurvivesAFailingFactory) {
     EXPECT_EQ(root, bnode_t::Insert(root, Node::Cmp, &key, Node::Make, &key, Log::Visit, &found));
     EXPECT_EQ(Keys{3}, found.keys);
     key = 4;
-    bnode_t::Create const fail = [](void*) -> bnode_t* { throw std::bad_alloc(); };
+    bnode_t::CreateFn const fail = [](void*) -> bnode_t* { throw std::bad_alloc(); };
     EXPECT_THROW(bnode_t::Insert(root, Node::Cmp, &key, fail, &key), std::bad_alloc);
     EXPECT_EQ("((1)2(3))", Shape(root));
     bnode_t::DeleteTree(root);
@@ -226,6 +224,23 @@ TEST(BnodeBuildTree, PutsTheMiddleOnTop) {
     EXPECT_EQ("((2)3(4))", Shape(bnode_t::BuildTree(nullptr, nodes.data(), 1, 3)));
     EXPECT_EQ(nullptr, bnode_t::BuildTree(root, nodes.data(), 3, 2));
     for (bnode_t* n : nodes) delete n;
+}
+
+int ByKey(bnode_t* const* a, bnode_t* const* b) { return Node::KeyOf(*a) - Node::KeyOf(*b); }
+
+TEST(BnodeBalance, RebuildsWithTheSameNodesInTheGivenOrder) {
+    bnode_t* const chain = Chain(1000);
+    bnode_t* root = chain->Balance(ByKey);
+    EXPECT_EQ(10, Height(root));
+    EXPECT_EQ(499, Node::KeyOf(root));
+    EXPECT_EQ(1000, Node::alive);
+    Log log;
+    bnode_t::Inorder(root, Log::Visit, &log);
+    EXPECT_TRUE(std::is_sorted(log.keys.begin(), log.keys.end()));
+    EXPECT_EQ(std::string::npos, Shape(root).find('!'));
+    root = root->Balance([](bnode_t* const* a, bnode_t* const* b) { return ByKey(b, a); });
+    EXPECT_EQ(999, Node::KeyOf(bnode_t::Iterator::LDown(root)));
+    bnode_t::DeleteTree(root);
 }
 
 TEST(BnodeCopy, IsDeepAndLeavesNothingBehindWhenItFails) {
