@@ -19,13 +19,9 @@ struct Solution {
     gu_point_t point;  // the end of the second line that lies on the first; only where det is 0
 };
 
-double Cross(Vector const& a, Vector const& b) {
-    return a.y * b.x - b.y * a.x;
-}
+double Cross(Vector const& a, Vector const& b) { return a.y * b.x - b.y * a.x; }
 
-bool InUnit(double t) {
-    return 0 <= t && t <= 1;
-}
+bool InUnit(double t) { return 0 <= t && t <= 1; }
 
 gu_point_t PointAt(gu_point_t const& origin, Vector const& d, double t) {
     return {WrapAdd(origin.x, mth_round(t * d.x)), WrapAdd(origin.y, mth_round(t * d.y))};

@@ -12,9 +12,7 @@ namespace {
 
 gu_coord_t const kHighest = 2147483647;
 
-int Next(int i, int count) {
-    return i + 1 < count ? i + 1 : 0;
-}
+int Next(int i, int count) { return i + 1 < count ? i + 1 : 0; }
 
 double EdgeLength(gu_point_t const& from, gu_point_t const& to) {
     auto const d = Between(from, to);

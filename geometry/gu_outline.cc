@@ -17,9 +17,7 @@ namespace {
 double const kFlat = 0.414213562373095;
 double const kSteep = 2.41421356237309;
 
-bool Same(gu_point_t const& a, gu_point_t const& b) {
-    return a.x == b.x && a.y == b.y;
-}
+bool Same(gu_point_t const& a, gu_point_t const& b) { return a.x == b.x && a.y == b.y; }
 
 // 0 axis-parallel or null, 1 at 45 degrees, 2 anything else.
 int AngleClass(gu_point_t const& from, gu_point_t const& to) {

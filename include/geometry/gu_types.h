@@ -26,4 +26,11 @@ typedef struct gu_trapezoid_t {
     gu_coord_t x_bl, x_tl, x_tr, x_br, y_b, y_t;
 } gu_trapezoid_t;
 
+#ifdef __cplusplus
+#include <generic/tvarr>
+
+extern template class KORBASE_API TVarr<gu_rect_t>;
+extern template class KORBASE_API TVarr<gu_trapezoid_t>;
+#endif
+
 #endif
