@@ -12,9 +12,7 @@ auto matches(int (*cmp)(DLink const*, void const*), void const* key) {
 
 DLink::~DLink() = default;
 
-DList::~DList() {
-    Clear();
-}
+DList::~DList() { Clear(); }
 
 DList::DList(DList&& other) noexcept : last(std::exchange(other.last, nullptr)) {}
 
@@ -24,19 +22,11 @@ DList& DList::operator=(DList&& other) noexcept {
     return *this;
 }
 
-void DList::Append(DLink* link) {
-    Ring::PutLast(last, link);
-}
-void DList::Insert(DLink* link) {
-    Ring::PutFirst(last, link);
-}
+void DList::Append(DLink* link) { Ring::PutLast(last, link); }
+void DList::Insert(DLink* link) { Ring::PutFirst(last, link); }
 
-DLink* DList::RemoveFirst() {
-    return Ring::TakeAfter(last, last);
-}
-DLink* DList::RemoveLast() {
-    return std::exchange(last, nullptr);
-}
+DLink* DList::RemoveFirst() { return Ring::TakeAfter(last, last); }
+DLink* DList::RemoveLast() { return std::exchange(last, nullptr); }
 
 DLink* DList::Remove(int (*cmp)(DLink const*, void const*), void const* key) {
     return Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp, key)));
@@ -65,17 +55,11 @@ DLink* DList::Find(int (*cmp)(DLink const*, void const*), void const* key) const
     return Ring::Find(last, matches(cmp, key));
 }
 
-DLink* DList::operator[](int i) const {
-    return Ring::At(last, i);
-}
+DLink* DList::operator[](int i) const { return Ring::At(last, i); }
 
-int DList::Len() const {
-    return Ring::Len(last);
-}
+int DList::Len() const { return Ring::Len(last); }
 
-void DListIterator::Reset() {
-    cur = DList::Ring::First(list->last);
-}
+void DListIterator::Reset() { cur = DList::Ring::First(list->last); }
 
 DLink* DListIterator::operator()() {
     DLink* const link = cur;
@@ -94,12 +78,8 @@ DListIterator DListIterator::operator++(int) {
     return before;
 }
 
-void DListIterator::Insert(DLink* link) {
-    DList::Ring::PutBefore(list->last, cur, link);
-}
-void DListIterator::Append(DLink* link) {
-    DList::Ring::PutBehind(list->last, cur, link);
-}
+void DListIterator::Insert(DLink* link) { DList::Ring::PutBefore(list->last, cur, link); }
+void DListIterator::Append(DLink* link) { DList::Ring::PutBehind(list->last, cur, link); }
 
 DLink* DListIterator::Remove() {
     DLink* const link = (*this)();

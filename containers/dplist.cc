@@ -3,7 +3,9 @@
 #include <new>
 #include <utility>
 
-#include "containers/pool.h"
+#include "containers/pool_cache.h"
+
+using korbase_detail::PoolAccess;
 
 namespace {
 
@@ -21,21 +23,26 @@ void* drop(DPLink* node) {
     return data;
 }
 
+void free_ring(DPLink* last) {
+    korbase_detail::Ring<DPLink, true>::Loop(last, [](DPLink* node) {
+        delete node;
+        return 0;
+    });
+}
+
 }  // namespace
 
 void* DPLink::operator new(std::size_t size) {
     if (size != sizeof(DPLink)) return ::operator new(size);
-    return node_pool.Alloc(sizeof(DPLink), kChunkBytes);
+    return PoolAccess::Alloc(node_pool, sizeof(DPLink), kChunkBytes);
 }
 
 void DPLink::operator delete(void* node, std::size_t size) {
     if (size != sizeof(DPLink)) return ::operator delete(node);
-    node_pool.Free(node);
+    PoolAccess::Free(node_pool, node);
 }
 
-DPList::~DPList() {
-    Clear();
-}
+DPList::~DPList() { Clear(); }
 
 DPList::DPList(DPList const& other) : DPList() {
     for (void* const data : other) Append(data);
@@ -54,19 +61,11 @@ DPList& DPList::operator=(DPList&& other) noexcept {
     return *this;
 }
 
-void DPList::Append(void* data) {
-    Ring::PutLast(last, new DPLink(data));
-}
-void DPList::Insert(void* data) {
-    Ring::PutFirst(last, new DPLink(data));
-}
+void DPList::Append(void* data) { Ring::PutLast(last, new DPLink(data)); }
+void DPList::Insert(void* data) { Ring::PutFirst(last, new DPLink(data)); }
 
-void* DPList::RemoveFirst() {
-    return drop(Ring::TakeAfter(last, last));
-}
-void* DPList::RemoveLast() {
-    return drop(Ring::TakeAfter(last, Ring::BeforeLast(last)));
-}
+void* DPList::RemoveFirst() { return drop(Ring::TakeAfter(last, last)); }
+void* DPList::RemoveLast() { return drop(Ring::TakeAfter(last, Ring::BeforeLast(last))); }
 
 void* DPList::Remove(int (*cmp)(void const*, void const*), void const* key) {
     return drop(Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp, key))));
@@ -80,12 +79,7 @@ int DPList::RemoveLoop(int (*cmp)(void const*, void const*), void const* key,
     });
 }
 
-void DPList::Clear() {
-    Ring::Loop(std::exchange(last, nullptr), [](DPLink* node) {
-        delete node;
-        return 0;
-    });
-}
+void DPList::Clear() { free_ring(std::exchange(last, nullptr)); }
 
 int DPList::Loop(int (*fn)(void*, void*), void* arg) {
     return Ring::Loop(last, [fn, arg](DPLink* node) { return fn(node->data, arg); });
@@ -105,13 +99,9 @@ void* DPList::operator[](int i) const {
     return node ? node->data : nullptr;
 }
 
-int DPList::Len() const {
-    return Ring::Len(last);
-}
+int DPList::Len() const { return Ring::Len(last); }
 
-void DPListIterator::Reset() {
-    cur = DPList::Ring::First(list->last);
-}
+void DPListIterator::Reset() { cur = DPList::Ring::First(list->last); }
 
 void* DPListIterator::operator()() {
     void* const data = Succ();

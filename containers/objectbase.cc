@@ -4,10 +4,6 @@
 
 ObjectBase::~ObjectBase() = default;
 
-bool ObjectBase::IsA(char const* name) const {
-    return name && std::strcmp(name, TypeName()) == 0;
-}
+bool ObjectBase::IsA(char const* name) const { return name && std::strcmp(name, TypeName()) == 0; }
 
-char const* ObjectBase::TypeName() {
-    return "ObjectBase";
-}
+char const* ObjectBase::TypeName() { return "ObjectBase"; }

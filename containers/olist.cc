@@ -18,9 +18,7 @@ olink_t::~olink_t() = default;
 olist_cmpo_t::~olist_cmpo_t() = default;
 olist_actiono_t::~olist_actiono_t() = default;
 
-olist_t::~olist_t() {
-    clear();
-}
+olist_t::~olist_t() { clear(); }
 
 olist_t::olist_t(olist_t&& other) noexcept : last(std::exchange(other.last, nullptr)) {}
 
@@ -30,25 +28,13 @@ olist_t& olist_t::operator=(olist_t&& other) noexcept {
     return *this;
 }
 
-void olist_t::append(olink_t* link) {
-    Ring::PutLast(last, link);
-}
-void olist_t::insert(olink_t* link) {
-    Ring::PutFirst(last, link);
-}
-void olist_t::append(olist_t& other) {
-    Ring::SpliceLast(last, other.last);
-}
-void olist_t::insert(olist_t& other) {
-    Ring::SpliceFirst(last, other.last);
-}
+void olist_t::append(olink_t* link) { Ring::PutLast(last, link); }
+void olist_t::insert(olink_t* link) { Ring::PutFirst(last, link); }
+void olist_t::append(olist_t& other) { Ring::SpliceLast(last, other.last); }
+void olist_t::insert(olist_t& other) { Ring::SpliceFirst(last, other.last); }
 
-olink_t* olist_t::removeTop() {
-    return Ring::TakeAfter(last, last);
-}
-olink_t* olist_t::removeBottom() {
-    return Ring::TakeAfter(last, Ring::BeforeLast(last));
-}
+olink_t* olist_t::removeTop() { return Ring::TakeAfter(last, last); }
+olink_t* olist_t::removeBottom() { return Ring::TakeAfter(last, Ring::BeforeLast(last)); }
 
 olink_t* olist_t::remove(int (*cmp)(olink_t const*, void const*), void const* key) {
     return Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp, key)));
@@ -85,21 +71,13 @@ olink_t* olist_t::find(int (*cmp)(olink_t const*, void const*), void const* key)
     return Ring::Find(last, matches(cmp, key));
 }
 
-olink_t* olist_t::find(olist_cmpo_t const& cmp) const {
-    return Ring::Find(last, matches(cmp));
-}
+olink_t* olist_t::find(olist_cmpo_t const& cmp) const { return Ring::Find(last, matches(cmp)); }
 
-olink_t* olist_t::operator[](int i) const {
-    return Ring::At(last, i);
-}
+olink_t* olist_t::operator[](int i) const { return Ring::At(last, i); }
 
-int olist_t::Len() const {
-    return Ring::Len(last);
-}
+int olist_t::Len() const { return Ring::Len(last); }
 
-void olist_t::Sort(int (*cmp)(olink_t const*, void const*)) {
-    Ring::Sort(last, cmp);
-}
+void olist_t::Sort(int (*cmp)(olink_t const*, void const*)) { Ring::Sort(last, cmp); }
 
 olink_t* olist_t::mergesort(olink_t* c, olink_t* z, int (*cmp)(olink_t const*, void const*)) {
     return Ring::MergeSort(c, z, cmp);

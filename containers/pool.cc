@@ -1,12 +1,16 @@
 #include "containers/pool.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 
-struct Pool::Element {
-    Element* next;
-};
+#include "containers/pool_cache.h"
+#include "containers/pool_leases.h"
+
+using namespace korbase_detail;
 
 struct Pool::Chunk {
     Chunk* next;
@@ -17,11 +21,18 @@ namespace {
 
 char const kAlive[] = {'6', '5', '4', '3'};
 
+// What a chunk record counts as, on every target.
+unsigned const kChunkRecord = 8;
+
+}  // namespace
+
 // Holds the mutex for a scope; goes on without it where it cannot be locked.
-class Lock {
+class Pool::Lock {
 public:
-    Lock(pthread_mutex_t* mutex, bool alive)
-        : held(alive && pthread_mutex_lock(mutex) == 0 ? mutex : nullptr) {}
+    explicit Lock(Pool& pool) : held(nullptr) {
+        if (std::memcmp(pool.tag, kAlive, sizeof pool.tag) != 0) return;
+        if (pthread_mutex_lock(&pool.mutex) == 0) held = &pool.mutex;
+    }
     ~Lock() {
         if (held) pthread_mutex_unlock(held);
     }
@@ -32,53 +43,188 @@ private:
     pthread_mutex_t* held;
 };
 
-}  // namespace
+Pool::~Pool() { Close(); }
 
-Pool::Pool() : freeList(nullptr), chunks(nullptr), tag() {
-    if (pthread_mutex_init(&mutex, nullptr) == 0) std::memcpy(tag, kAlive, sizeof tag);
-}
-
-Pool::~Pool() {
+// Not inlined: the pool is used after its destructor, so the compiler must not see that what is
+// stored here is never read during its lifetime.
+__attribute__((noinline)) void Pool::Close() {
+    PoolCache& cache = pool_thread.caches[lease.load(std::memory_order_relaxed) & kPoolSlotMask];
+    bool const cached = cache.lease == PoolLeases::End(*this, kPoolNoLease);
+    if (cached) Drain(cache, 0);
+    {
+        Lock const lock(*this);
+        LoosenAll();
+        if (cached) Chain(cache.first, cache.count);
+    }
     if (std::memcmp(tag, kAlive, sizeof tag) != 0) return;
     std::memset(tag, 0, sizeof tag);
     pthread_mutex_destroy(&mutex);
 }
 
 void* Pool::Alloc(unsigned elemSize, unsigned chunkBytes) {
-    Lock const lock(&mutex, std::memcmp(tag, kAlive, sizeof tag) == 0);
-    if (!freeList) {
-        std::size_t const size = elemSize < sizeof(Element) ? sizeof(Element) : elemSize;
-        std::size_t count = chunkBytes < 8 ? 0 : (chunkBytes - 8) / size;
-        if (count == 0) count = 1;
-        Chunk* const chunk = new Chunk{chunks, nullptr};
-        chunk->memory = std::malloc(count * size);
-        if (!chunk->memory) {
-            delete chunk;
-            throw std::bad_alloc();
-        }
-        chunks = chunk;
-        char* const first = static_cast<char*>(chunk->memory);
-        for (std::size_t i = count; i-- > 0;) freeList = new (first + i * size) Element{freeList};
+    return PoolAccess::Alloc(*this, elemSize, chunkBytes);
+}
+
+void Pool::Free(void* element) { PoolAccess::Free(*this, element); }
+
+void* Pool::AllocSlow(unsigned elemSize, unsigned chunkBytes) {
+    PoolCache* const cache = OpenCache();
+    if (cache && cache->full) {
+        cache->first = cache->full;
+        cache->full = pool_word(cache->first, 1);
+        cache->count = kPoolBatch;
+        --cache->magazines;
+        return cache->Pop();
     }
-    Element* const element = freeList;
-    freeList = element->next;
+    Lock const lock(*this);
+    if (!full && !freeList) AddChunk(elemSize, chunkBytes);
+    if (cache) {
+        Refill(*cache);
+        return cache->Pop();
+    }
+    if (!freeList) Loosen();
+    void* const element = freeList;
+    freeList = pool_word(element, 0);
     return element;
 }
 
-void Pool::Free(void* element) {
+void Pool::FreeSlow(void* element) {
     if (!element) return;
-    Lock const lock(&mutex, std::memcmp(tag, kAlive, sizeof tag) == 0);
-    freeList = new (element) Element{freeList};
+    PoolCache* const cache = OpenCache();
+    if (!cache) {
+        Lock const lock(*this);
+        pool_set_word(element, 0, freeList);
+        freeList = element;
+        return;
+    }
+    if (cache->count == kPoolBatch) {
+        if (cache->magazines == kPoolMagazines) Drain(*cache, kPoolMagazines / 2);
+        pool_set_word(cache->first, 1, cache->full);
+        cache->full = cache->first;
+        cache->first = nullptr;
+        cache->count = 0;
+        ++cache->magazines;
+    }
+    cache->Push(element);
+}
+
+// This thread's cache of the pool; null if there is none.
+PoolCache* Pool::OpenCache() {
+    std::uint32_t current = lease.load(std::memory_order_relaxed);
+    if (current == kPoolUnleased) current = PoolLeases::Take(*this);
+    if (current == kPoolNoLease) return nullptr;
+    PoolCache& cache = pool_thread.caches[current & kPoolSlotMask];
+    if (cache.lease != current) {
+        if (!PoolLeases::EnrollThread()) return nullptr;
+        cache = PoolCache();
+        cache.lease = current;
+    }
+    return &cache;
+}
+
+// Makes a chunk and threads its elements, in address order, into the empty free list.
+void Pool::AddChunk(unsigned elemSize, unsigned chunkBytes) {
+    std::size_t const align = std::max(alignof(std::max_align_t), 2 * sizeof(void*));
+    std::size_t const wanted = std::max(elemSize, 1U);
+    std::size_t const stride = (wanted + align - 1) & ~(align - 1);
+    std::size_t const room = chunkBytes < kChunkRecord ? 0 : chunkBytes - kChunkRecord;
+    std::size_t const count = elemSize == 0 || room < elemSize ? 1 : room / elemSize;
+    if (stride < wanted || count > SIZE_MAX / stride) throw std::bad_alloc();
+
+    auto chunk = std::make_unique<Chunk>();
+    chunk->memory = ::operator new(count* stride);
+    chunk->next = chunks;
+    chunks = chunk.release();
+
+    char* const first = static_cast<char*>(chunks->memory);
+    for (std::size_t i = count; i-- > 0;) {
+        pool_set_word(first + i * stride, 0, freeList);
+        freeList = first + i * stride;
+    }
+}
+
+// Moves a magazine, or what is left on the free list, into a cache without elements.
+void Pool::Refill(PoolCache& cache) {
+    if (full) {
+        cache.first = full;
+        cache.count = kPoolBatch;
+        full = pool_word(full, 1);
+        return;
+    }
+    cache.first = freeList;
+    while (freeList && cache.count < kPoolBatch) {
+        freeList = pool_word(freeList, 0);
+        ++cache.count;
+    }
+}
+
+// Moves the full magazines of a cache but the `keep` topmost ones to the pool.
+void Pool::Drain(PoolCache& cache, unsigned keep) {
+    if (cache.magazines <= keep) return;
+    void* kept = nullptr;
+    void* given = cache.full;
+    for (unsigned i = 0; i < keep; ++i) given = pool_word(kept = given, 1);
+    void* bottom = given;
+    while (void* const below = pool_word(bottom, 1)) bottom = below;
+    if (kept)
+        pool_set_word(kept, 1, nullptr);
+    else
+        cache.full = nullptr;
+    cache.magazines = keep;
+
+    Lock const lock(*this);
+    pool_set_word(bottom, 1, full);
+    full = given;
+}
+
+// Takes over all that a cache holds.
+void Pool::TakeBack(PoolCache& cache) {
+    Drain(cache, 0);
+    Lock const lock(*this);
+    Chain(cache.first, cache.count);
+    cache.first = nullptr;
+    cache.count = 0;
+}
+
+// Puts a chain of `count` elements on the free list.
+void Pool::Chain(void* first, unsigned count) {
+    if (count == 0) return;
+    void* end = first;
+    while (--count > 0) end = pool_word(end, 0);
+    pool_set_word(end, 0, freeList);
+    freeList = first;
+}
+
+// Puts the topmost full magazine on the free list.
+void Pool::Loosen() {
+    void* const magazine = full;
+    full = pool_word(magazine, 1);
+    Chain(magazine, kPoolBatch);
+}
+
+// Puts all full magazines, the lowest first, on the free list.
+void Pool::LoosenAll() {
+    void* reversed = nullptr;
+    while (full) {
+        void* const below = pool_word(full, 1);
+        pool_set_word(full, 1, reversed);
+        reversed = full;
+        full = below;
+    }
+    full = reversed;
+    while (full) Loosen();
 }
 
 void Pool::Destroy() {
-    Lock const lock(&mutex, std::memcmp(tag, kAlive, sizeof tag) == 0);
+    PoolLeases::End(*this, kPoolUnleased);
+    Lock const lock(*this);
     while (Chunk* const chunk = chunks) {
         chunks = chunk->next;
-        std::free(chunk->memory);
+        ::operator delete(chunk->memory);
         delete chunk;
     }
     freeList = nullptr;
+    full = nullptr;
 }
 
 void* Pool::operator new(std::size_t) { std::abort(); }

@@ -3,7 +3,9 @@
 #include <new>
 #include <utility>
 
-#include "containers/pool.h"
+#include "containers/pool_cache.h"
+
+using korbase_detail::PoolAccess;
 
 namespace {
 
@@ -36,17 +38,15 @@ void free_ring(slink_t* last) {
 
 void* slink_t::operator new(std::size_t size) {
     if (size != sizeof(slink_t)) return ::operator new(size);
-    return node_pool.Alloc(sizeof(slink_t), kChunkBytes);
+    return PoolAccess::Alloc(node_pool, sizeof(slink_t), kChunkBytes);
 }
 
 void slink_t::operator delete(void* node, std::size_t size) {
     if (size != sizeof(slink_t)) return ::operator delete(node);
-    node_pool.Free(node);
+    PoolAccess::Free(node_pool, node);
 }
 
-slist_t::~slist_t() {
-    clear();
-}
+slist_t::~slist_t() { clear(); }
 
 slist_t::slist_t(slist_t const& other) : slist_t() {
     for (void* const data : other) append(data);
@@ -65,25 +65,13 @@ slist_t& slist_t::operator=(slist_t&& other) noexcept {
     return *this;
 }
 
-void slist_t::append(void* data) {
-    Ring::PutLast(last, new slink_t(data));
-}
-void slist_t::insert(void* data) {
-    Ring::PutFirst(last, new slink_t(data));
-}
-void slist_t::append(slist_t& other) {
-    Ring::SpliceLast(last, other.last);
-}
-void slist_t::insert(slist_t& other) {
-    Ring::SpliceFirst(last, other.last);
-}
+void slist_t::append(void* data) { Ring::PutLast(last, new slink_t(data)); }
+void slist_t::insert(void* data) { Ring::PutFirst(last, new slink_t(data)); }
+void slist_t::append(slist_t& other) { Ring::SpliceLast(last, other.last); }
+void slist_t::insert(slist_t& other) { Ring::SpliceFirst(last, other.last); }
 
-void* slist_t::removeTop() {
-    return drop(Ring::TakeAfter(last, last));
-}
-void* slist_t::removeBottom() {
-    return drop(Ring::TakeAfter(last, Ring::BeforeLast(last)));
-}
+void* slist_t::removeTop() { return drop(Ring::TakeAfter(last, last)); }
+void* slist_t::removeBottom() { return drop(Ring::TakeAfter(last, Ring::BeforeLast(last))); }
 
 void* slist_t::remove(int (*cmp)(void*, void const*), void const* key) {
     return drop(Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp, key))));
@@ -97,9 +85,7 @@ int slist_t::removeLoop(int (*cmp)(void*, void const*), void const* key,
     });
 }
 
-void slist_t::clear() {
-    free_ring(std::exchange(last, nullptr));
-}
+void slist_t::clear() { free_ring(std::exchange(last, nullptr)); }
 
 int slist_t::loop(int (*fn)(void*, void*), void* arg) {
     return Ring::Loop(last, [fn, arg](slink_t* node) { return fn(node->data, arg); });
@@ -140,9 +126,7 @@ void slist_t::Uniq(int (*cmp)(void*, void const*)) {
     free_ring(end);
 }
 
-void slist_t::Sort(int (*cmp)(void*, void const*)) {
-    Ring::Sort(last, on_data(cmp));
-}
+void slist_t::Sort(int (*cmp)(void*, void const*)) { Ring::Sort(last, on_data(cmp)); }
 
 slink_t* slist_t::mergesort(slink_t* c, slink_t* z, int (*cmp)(void*, void const*)) {
     return Ring::MergeSort(c, z, on_data(cmp));
@@ -157,6 +141,4 @@ void* slist_t::operator[](int i) const {
     return node ? node->data : nullptr;
 }
 
-int slist_t::Len() const {
-    return Ring::Len(last);
-}
+int slist_t::Len() const { return Ring::Len(last); }

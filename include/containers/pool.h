@@ -1,20 +1,37 @@
 // Pool: a heap of equally sized elements, for small objects that come and go often.
 //
-// Elements are carved from chunks and kept on a free list; a freed element is the next one handed out.
-// Any thread may allocate and free. Chunks go back to the system only through Destroy().
+// Elements are carved from chunks and kept on a free list; the element that a thread freed last is
+// the next one it gets. Any thread may allocate and free. Most calls take no lock: each thread
+// keeps up to 128 free elements of a pool at hand and moves them from and to the free list in
+// batches. Chunks go back to the system only through Destroy().
 #ifndef KORBASE_CONTAINERS_POOL_H
 #define KORBASE_CONTAINERS_POOL_H
 
 #include <korbase_api.h>
 #include <pthread.h>
 
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
 
+namespace korbase_detail {
+class PoolAccess;
+class PoolLeases;
+struct PoolCache;
+}  // namespace korbase_detail
+
+// Pools are static objects. They are ready before the first static initialiser runs, and go on
+// working, without their lock, after their destructor.
 class KORBASE_API Pool {
 public:
-    Pool();
-    // Does not free the chunks: elements stay valid, and the pool goes on working without its lock.
-    ~Pool();
+    constexpr Pool() noexcept
+        : freeList(nullptr),
+          chunks(nullptr),
+          mutex PTHREAD_MUTEX_INITIALIZER,
+          tag{'6', '5', '4', '3'},
+          lease(0),
+          full(nullptr) {}
+    ~Pool();  // does not free the chunks: elements stay valid
     Pool(Pool const&) = delete;
     Pool& operator=(Pool const&) = delete;
 
@@ -26,21 +43,38 @@ public:
     // Gives `element`, which came from Alloc of this pool, back; null is ignored.
     void Free(void* element);
 
-    // Frees all chunks. Elements still in use become invalid.
+    // Frees all chunks. Elements still in use become invalid; no other thread uses the pool
+    // meanwhile.
     void Destroy();
 
-    // Pools are static objects: making one on the heap aborts.
+    // Making a pool on the heap aborts.
     static void* operator new(std::size_t size);
     static void operator delete(void* pool);
 
 private:
-    struct Element;
+    friend class korbase_detail::PoolAccess;
+    friend class korbase_detail::PoolLeases;
+    class Lock;
     struct Chunk;
 
-    Element* freeList;
+    void Close();
+    void* AllocSlow(unsigned elemSize, unsigned chunkBytes);
+    void FreeSlow(void* element);
+    korbase_detail::PoolCache* OpenCache();
+    void AddChunk(unsigned elemSize, unsigned chunkBytes);
+    void Refill(korbase_detail::PoolCache& cache);
+    void Drain(korbase_detail::PoolCache& cache, unsigned keep);
+    void TakeBack(korbase_detail::PoolCache& cache);
+    void Chain(void* first, unsigned count);
+    void Loosen();
+    void LoosenAll();
+
+    void* freeList;  // the first word of a free element points to the next
     Chunk* chunks;
     pthread_mutex_t mutex;
-    char tag[4];  // "6543" while the mutex is alive
+    char tag[4];                       // "6543" while the mutex is alive
+    std::atomic<std::uint32_t> lease;  // of a slot in the caches of the threads
+    void* full;                        // full magazines that threads gave back
 };
 
 #endif
