@@ -12,9 +12,7 @@ namespace {
 using Link = TOLink<std::string>;
 using Names = TOList<std::string>;
 
-int compare(Link const* link, std::string const* key) {
-    return link->Contents().compare(*key);
-}
+int compare(Link const* link, std::string const* key) { return link->Contents().compare(*key); }
 
 int compare_untyped(Link const* link, void const* key) {
     return link->Contents().compare(static_cast<char const*>(key));
