@@ -29,6 +29,8 @@ void* SMalloc(unsigned size) { return Checked(std::malloc(size)); }
 void* SCalloc(unsigned count, unsigned size) { return Checked(std::calloc(count, size)); }
 
 void* SRealloc(void* ptr, unsigned size) {
+    // A size of 0 is the platform's affair.
+    // NOLINTNEXTLINE(clang-analyzer-optin.portability.UnixAPI)
     return Checked(ptr ? std::realloc(ptr, size) : std::malloc(size));
 }
 

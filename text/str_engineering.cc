@@ -4,6 +4,10 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/saturate.h"
+
+using korbase_detail::SaturateToInt32;
+
 namespace {
 
 constexpr int kLowest = -18;
@@ -38,14 +42,14 @@ char* PutText(char* out, char const* text, int count) {
 }  // namespace
 
 char* str_tosc_r(char* buffer, double x) {
-    if (x == 0) return std::strcpy(buffer, "0_00");
+    if (x == 0) return static_cast<char*>(std::memcpy(buffer, "0_00", 5));
     double const magnitude = std::fabs(x);
     if (!(magnitude > 0.9e-18 && magnitude < 1e13)) return buffer;
     int const exponent = DecimalExponent(magnitude);
     if (exponent < kLowest || exponent > kHighest) return buffer;
 
     int const step = exponent - kLowest;
-    int const number = static_cast<int>(magnitude / kPowers[step] * 100 + 0.5);  // 100 to 1000
+    int const number = SaturateToInt32(magnitude / kPowers[step] * 100 + 0.5);  // 100 to 1000
     char const digits[] = {'1', static_cast<char>('0' + number / 100 % 10),
                            static_cast<char>('0' + number / 10 % 10),
                            static_cast<char>('0' + number % 10)};

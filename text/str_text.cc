@@ -53,7 +53,7 @@ int str_nicmp(char const* a, char const* b, int n) {
 }
 
 void str_cat(char* dst, char const* src) {
-    if (dst && src) std::strcat(dst, src);
+    if (dst && src) str_cpy(dst + std::strlen(dst), src);
 }
 
 void str_ncat(char* dst, char const* src, unsigned n) {
@@ -61,7 +61,8 @@ void str_ncat(char* dst, char const* src, unsigned n) {
 }
 
 void str_cpy(char* dst, char const* src) {
-    if (dst) std::strcpy(dst, src ? src : "");
+    if (!src) src = "";
+    if (dst) std::memcpy(dst, src, std::strlen(src) + 1);
 }
 
 void str_ncpy(char* dst, char const* src, unsigned n) {
