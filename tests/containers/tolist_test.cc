@@ -170,6 +170,17 @@ TEST(TOList, ReverseFillsAnotherList) {
     EXPECT_EQ(0, out.Len());
 }
 
+TEST(TOList, SharesTheTextOfStrings) {
+    TOList<String_t> names;
+    String_t const a("a");
+    for (String_t const& name : {a, String_t("b"), String_t("c"), String_t()}) names.Append(name);
+    EXPECT_EQ(a.Get(), names.First()->Get());
+    EXPECT_TRUE(names.Get().IsNull());
+    EXPECT_STREQ("a", names.Pop().Get());
+    EXPECT_STREQ("c", names.Get().Get());
+    EXPECT_STREQ("b", (*TOListIterator<String_t>(names)).Get());
+}
+
 TEST(TOListIterator, WalksToTheLastLinkOfTheBinding) {
     Names names = make({"a", "b"});
     TOListIterator<std::string> it(names);

@@ -1,0 +1,4 @@
+#include <generic/tolist>
+
+template class TOLink<String_t>;
+template class TOList<String_t>;
