@@ -247,22 +247,21 @@ bnode_t* bnode_t::CopyTree(bnode_t const* root, bnode_t* (*copy)(bnode_t const*)
     if (HasChildren(tree.root)) return tree.Release();
 
     bnode_t const* from = root;
-    bnode_t* to = tree.root;
-    for (;;) {
-        if (Side const side = Missing(from, to)) {
-            bnode_t* const child = copy(from->*side);
-            child->parent = to;
-            to->*side = child;
-            if (HasChildren(child)) continue;
-            from = from->*side;
-            to = child;
-        } else if (from == root) {
-            return tree.Release();
-        } else {
+    for (bnode_t* to = tree.root; to;) {
+        Side const side = Missing(from, to);
+        if (!side) {
             from = from->parent;
             to = to->parent;
+            continue;
         }
+        bnode_t* const child = copy(from->*side);
+        child->parent = to;
+        to->*side = child;
+        if (HasChildren(child)) continue;
+        from = from->*side;
+        to = child;
     }
+    return tree.Release();
 }
 
 void bnode_t::CheckTree(bnode_t* root, int depth, void (*check)(bnode_t*, int, void*), void* arg) {

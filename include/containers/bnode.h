@@ -32,6 +32,7 @@ public:
     // A copy takes the data of a node, never its place: a new node has no links, an assigned one
     // keeps its own.
     bnode_t(bnode_t const&) : bnode_t() {}
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is assigned
     bnode_t& operator=(bnode_t const&) { return *this; }
 
     // A new node with a copy of this one's own data and without links. Derived types override it.
