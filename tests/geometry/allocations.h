@@ -14,6 +14,7 @@ struct Allocations {
     void Reset() { *this = Allocations(); }
 };
 
-extern thread_local Allocations allocations;
+// Those of the calling thread.
+Allocations& HeapUse();
 
 #endif

@@ -8,39 +8,48 @@
 #include <memory>
 #include <new>
 
-thread_local Allocations allocations;
+Allocations& HeapUse() {
+    thread_local Allocations use;
+    return use;
+}
 
-void* operator new(std::size_t size) {
-    if (++allocations.calls == allocations.fail_at) throw std::bad_alloc();
+namespace {
+
+// Not inlined, since the compiler then takes a replaced operator and malloc for a mismatched pair.
+[[gnu::noinline]] void* Take(std::size_t size) {
+    if (++HeapUse().calls == HeapUse().fail_at) throw std::bad_alloc();
     void* const p = std::malloc(size);
     if (!p) throw std::bad_alloc();
-    allocations.bytes += malloc_usable_size(p);
+    Allocations& use = HeapUse();
+    use.bytes += malloc_usable_size(p);
     // What was freed since the Reset, but allocated before, has made the difference negative.
-    if (static_cast<std::ptrdiff_t>(allocations.bytes) > 0)
-        allocations.peak = std::max(allocations.peak, allocations.bytes);
+    if (static_cast<std::ptrdiff_t>(use.bytes) > 0) use.peak = std::max(use.peak, use.bytes);
     return p;
 }
 
-void* operator new[](std::size_t size) { return ::operator new(size); }
-
-void operator delete(void* p) noexcept {
-    if (p) allocations.bytes -= malloc_usable_size(p);
+[[gnu::noinline]] void Give(void* p) {
+    if (p) HeapUse().bytes -= malloc_usable_size(p);
     std::free(p);
 }
 
-void operator delete(void* p, std::size_t) noexcept { ::operator delete(p); }
-void operator delete[](void* p) noexcept { ::operator delete(p); }
-void operator delete[](void* p, std::size_t) noexcept { ::operator delete(p); }
+}  // namespace
+
+void* operator new(std::size_t size) { return Take(size); }
+void* operator new[](std::size_t size) { return Take(size); }
+void operator delete(void* p) noexcept { Give(p); }
+void operator delete(void* p, std::size_t) noexcept { Give(p); }
+void operator delete[](void* p) noexcept { Give(p); }
+void operator delete[](void* p, std::size_t) noexcept { Give(p); }
 
 namespace {
 
 TEST(Allocations, CountsThePeak) {
-    allocations.Reset();
+    HeapUse().Reset();
     for (int i = 0; i < 3; ++i) std::make_unique<char[]>(1000)[0] = 1;
-    EXPECT_EQ(3U, allocations.calls);
-    EXPECT_EQ(0U, allocations.bytes);
-    EXPECT_GE(allocations.peak, 1000U);
-    EXPECT_LT(allocations.peak, 1100U);
+    EXPECT_EQ(3U, HeapUse().calls);
+    EXPECT_EQ(0U, HeapUse().bytes);
+    EXPECT_GE(HeapUse().peak, 1000U);
+    EXPECT_LT(HeapUse().peak, 1100U);
 }
 
 }  // namespace

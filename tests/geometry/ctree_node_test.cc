@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
 #include <tuple>
 #include <vector>
@@ -60,23 +61,25 @@ TEST(CtreeNode, CountsHowOftenTheCutWasLowered) {
 TEST(CtreeNode, DupTakesTheHeightAndNodesComeFromThePool) {
     auto* const node = new ctree_node_t(5);
     node->left = new ctree_node_t(3);
-    bnode_t* const copy = node->Dup();
+    bnode_t* copy = node->Dup();
+    auto const place = reinterpret_cast<std::uintptr_t>(copy);
     EXPECT_EQ(5, static_cast<ctree_node_t*>(copy)->y);
     EXPECT_EQ(nullptr, copy->left);
-    allocations.Reset();
+    HeapUse().Reset();
     delete copy;
-    EXPECT_EQ(copy, new ctree_node_t(6));  // the last one freed
+    copy = new ctree_node_t(6);
+    EXPECT_EQ(place, reinterpret_cast<std::uintptr_t>(copy));  // the last one freed
     delete copy;
-    EXPECT_EQ(0U, allocations.calls);
+    EXPECT_EQ(0U, HeapUse().calls);
     bnode_t::DeleteTree(node);
 
     struct Larger : ctree_node_t {
         Larger() : ctree_node_t(1) {}
         int more[4] = {};
     };
-    allocations.Reset();
+    HeapUse().Reset();
     delete static_cast<bnode_t*>(new Larger);
-    EXPECT_EQ(1U, allocations.calls);
+    EXPECT_EQ(1U, HeapUse().calls);
 }
 
 int ByAll(Edge_t const* a, Edge_t const* b) {

@@ -149,18 +149,18 @@ TEST(GuTrapezoids, TakesFewAllocationsAndThreeTimesTheOutput) {
     };
     for (auto const& points : outlines) {
         TVarr<gu_trapezoid_t> out(64, VARR_ADD);
-        allocations.Reset();
+        HeapUse().Reset();
         auto const count = static_cast<unsigned>(points.size());
         unsigned const length = gu_polygon_to_trapezoids(8, count, points.data(), out);
-        EXPECT_LE(allocations.calls, 4U);
-        EXPECT_LE(allocations.peak, 3 * length * sizeof(gu_trapezoid_t) + 2048);
+        EXPECT_LE(HeapUse().calls, 4U);
+        EXPECT_LE(HeapUse().peak, 3 * length * sizeof(gu_trapezoid_t) + 2048);
         EXPECT_LT(out.Size(), length + 64);
     }
     Points const few = RandomPoints(random, 60, 10);
     TVarr<gu_trapezoid_t> out(4096, VARR_ADD);
-    allocations.Reset();
+    HeapUse().Reset();
     EXPECT_GT(gu_polygon_to_trapezoids(8, 60, few.data(), out), 0U);
-    EXPECT_EQ(0U, allocations.calls);
+    EXPECT_EQ(0U, HeapUse().calls);
 }
 
 TEST(GuTrapezoids, LeavesNothingHalfDoneWithoutMemory) {
@@ -170,10 +170,10 @@ TEST(GuTrapezoids, LeavesNothingHalfDoneWithoutMemory) {
     for (std::size_t call = 1; call <= 4; ++call) {
         TVarr<gu_trapezoid_t> out(4, VARR_DOUBLE);
         out.App(want[7]);
-        allocations.Reset();
-        allocations.fail_at = call;
+        HeapUse().Reset();
+        HeapUse().fail_at = call;
         EXPECT_THROW(gu_polygon_to_trapezoids(8, 200, points.data(), out), std::bad_alloc);
-        allocations.Reset();
+        HeapUse().Reset();
         EXPECT_LE(out.Len(), 1U) << call;
         EXPECT_EQ(want.size(), gu_polygon_to_trapezoids(8, 200, points.data(), out));
         EXPECT_EQ(want, Trapezoids(out.begin(), out.end()));

@@ -23,7 +23,8 @@ inline std::ostream& operator<<(std::ostream& os, gu_point_t const& p) {
 
 // From -reach to reach, both included.
 inline gu_coord_t RandomCoord(std::mt19937& random, int reach) {
-    return static_cast<gu_coord_t>(random() % (2U * static_cast<unsigned>(reach) + 1)) - reach;
+    auto const span = 2 * static_cast<unsigned>(reach) + 1;
+    return static_cast<gu_coord_t>(static_cast<std::int64_t>(random() % span) - reach);
 }
 
 inline Points RandomPoints(std::mt19937& random, int count, int reach) {
