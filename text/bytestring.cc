@@ -13,10 +13,7 @@ namespace {
 
 constexpr unsigned kChunkBytes = 8192;
 
-Pool& Records() {
-    static Pool pool;
-    return pool;
-}
+Pool records;
 
 // `length` bytes, null for 0. Lengths end at 32 bits on both targets.
 std::unique_ptr<char[]> NewBytes(std::uint64_t length) {
@@ -53,12 +50,12 @@ ByteString Replaced(ByteString const& bytes, Wanted const& wanted, char to) {
 }  // namespace
 
 void* ByteString::Srep::operator new(std::size_t size) {
-    return size == sizeof(Srep) ? Records().Alloc(sizeof(Srep), kChunkBytes) : ::operator new(size);
+    return size == sizeof(Srep) ? records.Alloc(sizeof(Srep), kChunkBytes) : ::operator new(size);
 }
 
 void ByteString::Srep::operator delete(void* record, std::size_t size) {
     if (size == sizeof(Srep))
-        Records().Free(record);
+        records.Free(record);
     else
         ::operator delete(record);
 }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <new>
 #include <ostream>
+#include <utility>
 
 #include "containers/pool.h"
 #include "generic/tvarr"
@@ -17,10 +18,7 @@ namespace {
 constexpr unsigned kChunkBytes = 8192;
 constexpr unsigned kCollectRoom = 1024;
 
-Pool& Records() {
-    static Pool pool;
-    return pool;
-}
+Pool records;
 
 // A buffer for `length` characters and a terminator. Lengths end at 32 bits on both targets.
 std::unique_ptr<char[]> NewText(std::uint64_t length) {
@@ -48,6 +46,12 @@ std::unique_ptr<char[]> JoinText(char const* a, char const* b) {
 
 bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
+String_t::Srep* NewRecord(std::unique_ptr<char[]> text) {
+    auto* const record = new String_t::Srep(text.get());
+    text.release();
+    return record;
+}
+
 // A copy of `s` in which each character went through `change`.
 template <class Change>
 String_t Changed(String_t const& s, Change const& change) {
@@ -63,18 +67,18 @@ String_t Changed(String_t const& s, Change const& change) {
 }  // namespace
 
 void* String_t::Srep::operator new(std::size_t size) {
-    return size == sizeof(Srep) ? Records().Alloc(sizeof(Srep), kChunkBytes) : ::operator new(size);
+    return size == sizeof(Srep) ? records.Alloc(sizeof(Srep), kChunkBytes) : ::operator new(size);
 }
 
 void String_t::Srep::operator delete(void* record, std::size_t size) {
     if (size == sizeof(Srep))
-        Records().Free(record);
+        records.Free(record);
     else
         ::operator delete(record);
 }
 
 String_t::String_t(char const* s) : rep(nullptr) {
-    if (s) Install(CopyText(s, std::strlen(s)).release());
+    if (s) rep = NewRecord(CopyText(s, std::strlen(s)));
 }
 
 String_t::String_t(char const* s, unsigned n) : rep(nullptr) {
@@ -83,13 +87,13 @@ String_t::String_t(char const* s, unsigned n) : rep(nullptr) {
     std::size_t const given = strnlen(s, n);
     std::memcpy(text.get(), s, given);
     std::memset(text.get() + given, 0, n - given + 1);
-    Install(text.release());
+    rep = NewRecord(std::move(text));
 }
 
 String_t::String_t(unsigned n) : rep(nullptr) { Reserve(n); }
 
 String_t::String_t(std::string_view s) : rep(nullptr) {
-    if (s.data()) Install(CopyText(s.data(), s.size()).release());
+    if (s.data()) rep = NewRecord(CopyText(s.data(), s.size()));
 }
 
 String_t& String_t::operator=(char const* s) {
@@ -216,15 +220,14 @@ void String_t::Install(char* text) {
         rep->text = owned.release();
         return;
     }
-    auto* const fresh = new Srep(owned.get());
-    owned.release();
+    Srep* const fresh = NewRecord(std::move(owned));
     if (rep) --rep->count;
     rep = fresh;
 }
 
 String_t String_t::Copy(char const* s, std::size_t length) {
     String_t result;
-    result.Install(CopyText(s, length).release());
+    result.rep = NewRecord(CopyText(s, length));
     return result;
 }
 

@@ -38,6 +38,14 @@ struct StdStrings {
     std::vector<std::string> array;
 };
 
+// A freed block of this size raises the allocator's thresholds once, for all that follow alike.
+[[maybe_unused]] bool const warm = [] {
+    void* block = std::malloc(8 << 20);
+    benchmark::DoNotOptimize(block);
+    std::free(block);
+    return true;
+}();
+
 template <class Array>
 void BM_Append(benchmark::State& state) {
     int const count = static_cast<int>(state.range(0));
