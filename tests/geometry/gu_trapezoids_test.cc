@@ -41,6 +41,8 @@ TEST(GuTrapezoids, KnownOutlines) {
         // The slanted edge passes 3.75, and -3.75 on the other side, at height 3.
         {{{0, 0}, {5, 4}, {9, 3}}, {{0, 3, 9, 0, 0, 3}, {3, 5, 5, 9, 3, 4}}},
         {{{0, 0}, {-9, 3}, {-5, 4}}, {{0, -9, -3, 0, 0, 3}, {-9, -5, -5, -3, 3, 4}}},
+        // 3/9 of 6 is below 2 by a trifle that only the fused operation keeps: 0, not 1.
+        {{{-1, 0}, {2, 9}, {20, 6}}, {{-1, 0, 20, -1, 0, 6}, {0, 2, 2, 20, 6, 9}}},
         {{}, {}},
         {{{0, 7}, {5, 7}, {3, 7}}, {}},
         {{{0, 0}, {4, 8}}, {{0, 4, 4, 0, 0, 8}}},                  // two edges that coincide
