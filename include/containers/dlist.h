@@ -15,6 +15,7 @@ class KORBASE_API DLink {
 public:
     DLink() : next(nullptr), prev(nullptr) {}
     DLink(DLink const&) : next(nullptr), prev(nullptr) {}
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is assigned
     DLink& operator=(DLink const&) { return *this; }
     virtual ~DLink();
 

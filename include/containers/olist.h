@@ -15,6 +15,7 @@ class KORBASE_API olink_t {
 public:
     olink_t() : next(nullptr) {}
     olink_t(olink_t const&) : next(nullptr) {}
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is assigned
     olink_t& operator=(olink_t const&) { return *this; }
     virtual ~olink_t();
 
