@@ -12,11 +12,10 @@ extern "C" {
 #endif
 
 /* The point where the line through `p1` and `p2` meets the line through `q1` and `q2`, rounded to
- * whole units, to
- * `*out`, and its parameter on the first line (0 at `p1`, 1 at `p2`) to `*t`. True, or 1, when
- * there is one. Kept: parallel lines meet only if `q1` or `q2` lies between `p1` and `p2`, both
- * included; the first that does is the result. A first line without direction (p1 equal to p2)
- * meets nothing. */
+ * whole units, to `*out`, and its parameter on the first line (0 at `p1`, 1 at `p2`) to `*t`.
+ * True, or 1, when there is one. Kept: parallel lines meet only if `q1` or `q2` lies between `p1`
+ * and `p2`, both included; the first that does is the result. A first line without direction (p1
+ * equal to p2) meets nothing. */
 KORBASE_API bool gu_line_intersection_l(gu_point_t const* p1, gu_point_t const* p2,
                                         gu_point_t const* q1, gu_point_t const* q2, double* t,
                                         gu_point_t* out);
