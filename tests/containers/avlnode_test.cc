@@ -1,67 +1,25 @@
 #include "containers/avlnode.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <new>
-#include <numeric>
 #include <random>
 #include <set>
-#include <string>
-#include <vector>
+
+#include "tests/support/int_tree.h"
 
 namespace {
 
-struct Node : AVLnode {
-    int key;
-    explicit Node(int k) : key(k) {}
-    bnode_t* Dup() const override { return new Node(*this); }
+typedef IntNode<AVLnode> Node;
+typedef std::vector<int> Keys;
 
-    static int KeyOf(bnode_t const* n) { return static_cast<Node const*>(n)->key; }
-    static int Cmp(bnode_t const* n, void const* key) {
-        int const a = KeyOf(n), b = *static_cast<int const*>(key);
-        return a < b ? -1 : a > b;
-    }
-    static AVLnode* Make(void* key) {
-        Node* const n = new Node(*static_cast<int*>(key));
-        n->bal = 9;  // what a factory leaves in the links and the balance does not matter
-        n->left = n->right = n->parent = n;
-        return n;
-    }
-};
-
-// The height of a tree in which order, balances and parent links hold; a failure is reported once.
-int CheckedHeight(bnode_t const* n, bnode_t const* parent = nullptr) {
-    if (!n) return 0;
-    int const left = CheckedHeight(n->left, n), right = CheckedHeight(n->right, n);
-    AVLnode const* const avl = static_cast<AVLnode const*>(n);
-    if (n->parent != parent || avl->bal != right - left || std::abs(avl->bal) > 1 ||
-        (n->left && Node::KeyOf(n->left) >= Node::KeyOf(n)) ||
-        (n->right && Node::KeyOf(n->right) <= Node::KeyOf(n)))
-        ADD_FAILURE() << "at " << Node::KeyOf(n) << ", balance " << avl->bal;
-    return 1 + std::max(left, right);
+// AVLnode::Insert; a node that was equal puts its key into `found`.
+AVLnode* Add(AVLnode* root, int key, int& grew, Keys* found = nullptr) {
+    return AVLnode::Insert(root, Node::Cmp, &key, Node::Make, &key, found ? Node::Log : nullptr,
+                           found, grew);
 }
 
-std::vector<int> KeysOf(bnode_t* root) {
-    std::vector<int> keys;
-    auto const add = [](bnode_t* n, void* out) {
-        static_cast<std::vector<int>*>(out)->push_back(Node::KeyOf(n));
-        return 0;
-    };
-    bnode_t::Inorder(root, add, &keys);
+Keys KeysOf(bnode_t* root) {
+    Keys keys;
+    bnode_t::Inorder(root, Node::Log, &keys);
     return keys;
-}
-
-AVLnode* Add(AVLnode* root, int key, int& grew) {
-    return AVLnode::Insert(root, Node::Cmp, &key, Node::Make, &key, grew);
-}
-
-AVLnode* TreeOf(std::vector<int> const& keys) {
-    AVLnode* root = nullptr;
-    int grew = 0;
-    for (int const key : keys) root = Add(root, key, grew);
-    return root;
 }
 
 TEST(AVLTree, StaysBalancedAndReportsItsHeightUnderRandomChanges) {
@@ -75,67 +33,29 @@ TEST(AVLTree, StaysBalancedAndReportsItsHeightUnderRandomChanges) {
         bool const fill = random() % 8 < (step / 500 % 2 ? 6U : 2U);
         int change = 5;
         if (fill) {
-            root = Add(root, key, change);
-            model.insert(key);
+            Keys found;
+            root = Add(root, key, change, &found);
+            ASSERT_EQ(model.insert(key).second ? Keys{} : Keys{key}, found);
         } else {
             AVLnode* removed = root;
             root = AVLnode::Delete(root, Node::Cmp, &key, change, removed);
             ASSERT_EQ(model.erase(key) == 1, removed != nullptr);
-            if (removed) {
-                ASSERT_EQ(key, Node::KeyOf(removed));
-                ASSERT_TRUE(!removed->parent && !removed->left && !removed->right);
-                delete removed;
-            }
+            ASSERT_TRUE(!removed || (Node::KeyOf(removed) == key && !removed->parent &&
+                                     !removed->left && !removed->right));
+            delete removed;
         }
-        int const now = CheckedHeight(root);
+        int const now = BalancedHeight(root);
         ASSERT_EQ(fill ? now - height : height - now, change) << "step " << step;
         height = now;
-        ASSERT_EQ(std::vector<int>(model.begin(), model.end()), KeysOf(root));
+        ASSERT_EQ(Keys(model.begin(), model.end()), KeysOf(root));
     }
-    bnode_t::DeleteTree(root);
-}
-
-TEST(AVLTree, TakesEveryOrderOfSixAndLosesAnyNode) {
-    std::vector<int> order(6);
-    std::iota(order.begin(), order.end(), 0);
-    do {
-        for (int const key : order) {
-            AVLnode* root = TreeOf(order);
-            int shrank = 0;
-            AVLnode* removed = nullptr;
-            root = AVLnode::Delete(root, Node::Cmp, &key, shrank, removed);
-            EXPECT_LE(CheckedHeight(root), 3);
-            EXPECT_EQ(5, bnode_t::Size(root));
-            delete removed;
-            bnode_t::DeleteTree(root);
-        }
-    } while (std::next_permutation(order.begin(), order.end()));
-}
-
-TEST(AVLTree, OfSevenAscendingKeysIsPerfect) {
-    AVLnode* const root = TreeOf({1, 2, 3, 4, 5, 6, 7});
-    EXPECT_EQ(4, Node::KeyOf(root));
-    EXPECT_EQ(3, CheckedHeight(root));
     AVLnode* const copy = static_cast<AVLnode*>(bnode_t::DupTree(root));
-    EXPECT_EQ(3, CheckedHeight(copy));
-    EXPECT_EQ(KeysOf(root), KeysOf(copy));
-    bnode_t::DeleteTree(root);
+    EXPECT_EQ(height, BalancedHeight(copy));
+    int const absent = 1000;
+    EXPECT_THROW(AVLnode::Insert(root, Node::Cmp, &absent, Node::Fail, nullptr, height),
+                 std::bad_alloc);
+    EXPECT_EQ(KeysOf(copy), KeysOf(root));
     bnode_t::DeleteTree(copy);
-}
-
-TEST(AVLInsert, ReportsAnEqualNodeAndSurvivesAFailingFactory) {
-    AVLnode* const root = TreeOf({2, 1, 3});
-    int key = 3, grew = 5, found = 0;
-    auto const note = [](bnode_t* n, void* out) {
-        return *static_cast<int*>(out) = Node::KeyOf(n);
-    };
-    EXPECT_EQ(root, AVLnode::Insert(root, Node::Cmp, &key, Node::Make, &key, note, &found, grew));
-    EXPECT_EQ(3, found);
-    EXPECT_EQ(0, grew);
-    key = 4;
-    AVLnode::CreateFn const fail = [](void*) -> AVLnode* { throw std::bad_alloc(); };
-    EXPECT_THROW(AVLnode::Insert(root, Node::Cmp, &key, fail, &key, grew), std::bad_alloc);
-    EXPECT_EQ((std::vector<int>{1, 2, 3}), KeysOf(root));
     bnode_t::DeleteTree(root);
 }
 
@@ -146,54 +66,29 @@ TEST(AVLPart, KeepsTheOuterParentThroughRotationAndRemoval) {
     AVLnode* part = Add(nullptr, 1, change);
     part->parent = &outer;
     for (int const key : {2, 3, 4, 5, 0}) part = Add(part, key, change);
-    EXPECT_EQ(3, CheckedHeight(part, &outer));
-    while (part) {
+    EXPECT_EQ(3, BalancedHeight(part, &outer));
+    for (bool last = true; part; last = !last) {
+        AVLnode* removed = nullptr;
         int const key = Node::KeyOf(part);
-        AVLnode* removed = nullptr;
-        part = AVLnode::Delete(part, Node::Cmp, &key, change, removed);
+        part = last ? AVLnode::Del(part, change, removed)
+                    : AVLnode::Delete(part, Node::Cmp, &key, change, removed);
         delete removed;
-        CheckedHeight(part, &outer);
+        BalancedHeight(part, &outer);
     }
+    EXPECT_EQ(1, Node::alive);
 }
 
-TEST(AVLDel, TakesTheRightmostUntilNothingIsLeft) {
-    std::vector<int> keys(40);
-    std::iota(keys.begin(), keys.end(), 0);
-    AVLnode* root = TreeOf(keys);
-    for (int want = 39, height = CheckedHeight(root); want >= 0; --want) {
-        int shrank = 5;
-        AVLnode* removed = nullptr;
-        root = AVLnode::Del(root, shrank, removed);
-        EXPECT_EQ(want, Node::KeyOf(removed));
+// Where a single and a double rotation would both do, it is the single one.
+TEST(AVLDelete, LiftsAnEvenChildByASingleRotation) {
+    for (int const sign : {1, -1}) {
+        AVLnode *root = nullptr, *removed = nullptr;
+        int change = 0, key = sign;
+        for (int const i : {2, 1, 4, 3, 5}) root = Add(root, sign * i, change);
+        root = AVLnode::Delete(root, Node::Cmp, &key, change, removed);
+        EXPECT_EQ(sign * 4, Node::KeyOf(root));
+        EXPECT_TRUE(change == 0 && root->bal == -sign && BalancedHeight(root) == 3);
         delete removed;
-        int const now = CheckedHeight(root);
-        EXPECT_EQ(height - now, shrank);
-        height = now;
-    }
-    EXPECT_EQ(nullptr, root);
-}
-
-TEST(AVLRotations, SetBalancesAndLinks) {
-    struct {
-        int before, left, right;  // the balance of the inner grandchild; what its new children get
-    } const rows[] = {{-1, 0, 1}, {0, 0, 0}, {1, -1, 0}};
-    for (auto const& row : rows) {
-        for (bool const lr : {true, false}) {
-            Node a(1), b(2), c(3), inner_left(4), inner_right(5), outer(9);
-            AVLnode &p = lr ? c : a, &p1 = lr ? a : c;
-            p.parent = &outer;
-            b.left = &inner_left;
-            b.right = &inner_right;
-            b.bal = row.before;
-            EXPECT_EQ(&b, lr ? AVLnode::RotateLR(&p, &p1, &b) : AVLnode::RotateRL(&p, &p1, &b));
-            EXPECT_TRUE(b.left == &a && b.right == &c && a.right == &inner_left &&
-                        c.left == &inner_right);
-            EXPECT_TRUE(b.parent == &outer && a.parent == &b && c.parent == &b &&
-                        inner_left.parent == &a && inner_right.parent == &c);
-            EXPECT_EQ(row.left, a.bal);
-            EXPECT_EQ(row.right, c.bal);
-            EXPECT_EQ(0, b.bal);
-        }
+        bnode_t::DeleteTree(root);
     }
 }
 
