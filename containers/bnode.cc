@@ -8,14 +8,19 @@ namespace {
 
 typedef bnode_t* bnode_t::*Side;
 
-bnode_t* Far(bnode_t* n, Side side) {
-    while (n->*side) n = n->*side;
+// The end of the tree `n` on one side. The subtrees on the other side, which a walk enters on its
+// way back, are prefetched.
+bnode_t* Far(bnode_t* n, Side side, Side other) {
+    for (bnode_t* next = n; next; next = n->*side) {
+        n = next;
+        __builtin_prefetch(n->*other);
+    }
     return n;
 }
 
 // The node after `n` in the order that `to` points along, within the tree `root`; null at its end.
 bnode_t* Step(bnode_t* root, bnode_t* n, Side to, Side from) {
-    if (n->*to) return Far(n->*to, from);
+    if (n->*to) return Far(n->*to, from, to);
     for (; n != root; n = n->parent)
         if (n != n->parent->*to) return n->parent;
     return nullptr;
@@ -23,7 +28,7 @@ bnode_t* Step(bnode_t* root, bnode_t* n, Side to, Side from) {
 
 int Walk(bnode_t* root, bnode_t::VisitFn visit, void* arg, Side to, Side from) {
     if (!root) return 0;
-    for (bnode_t* n = Far(root, from); n; n = Step(root, n, to, from))
+    for (bnode_t* n = Far(root, from, to); n; n = Step(root, n, to, from))
         if (int const result = visit(n, arg)) return result;
     return 0;
 }
@@ -69,7 +74,7 @@ bnode_t* Replacement(bnode_t* n) {
     if (!n->right) return n->left;
     if (!n->left) return n->right;
 
-    bnode_t* const heir = Far(n->left, &bnode_t::right);
+    bnode_t* const heir = bnode_t::Iterator::RDown(n->left);
     if (heir != n->left) {
         heir->parent->right = heir->left;
         if (heir->left) heir->left->parent = heir->parent;

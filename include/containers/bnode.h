@@ -100,12 +100,15 @@ protected:
 };
 
 // The steps of an in-order walk. The successor of a node is LDown(right) if it has a right child,
-// else LUp(node); the predecessor is RDown(left) or RUp(node). Null gives null.
+// else LUp(node); the predecessor is RDown(left) or RUp(node). Null gives null. A descent also
+// prefetches the subtrees that the walk enters on its way back.
 struct bnode_t::Iterator {
     // The leftmost node below `n`, or `n` itself when it has no left child.
     static bnode_t* LDown(bnode_t* n) {
-        if (n)
-            while (n->left) n = n->left;
+        for (bnode_t* next = n; next; next = n->left) {
+            n = next;
+            __builtin_prefetch(n->right);
+        }
         return n;
     }
     // The nearest ancestor that `n` lies to the left of, or null when it lies to the right of all.
@@ -117,8 +120,10 @@ struct bnode_t::Iterator {
     }
     // The mirror images.
     static bnode_t* RDown(bnode_t* n) {
-        if (n)
-            while (n->right) n = n->right;
+        for (bnode_t* next = n; next; next = n->right) {
+            n = next;
+            __builtin_prefetch(n->left);
+        }
         return n;
     }
     static bnode_t* RUp(bnode_t* n) {
