@@ -3,7 +3,9 @@
 #include <string>
 #include <utility>
 
-Except::Except() : kind("unknown"), line(-1) {}
+Except::Except() : Except("unknown") {}
+
+Except::Except(char const* kind) : kind(kind), line(-1) {}
 
 Except::Except(char const* kind, String_t const& message)
     : kind(kind), message(message), line(-1) {}

@@ -13,6 +13,7 @@ public:
     // `kind` is not copied: a literal, or a text that outlives every copy of the exception. What is
     // not given is the null string, or line -1; Except() has the kind "unknown".
     Except();
+    explicit Except(char const* kind);
     Except(char const* kind, String_t const& message);
     Except(char const* kind, char const* file, int line);
     Except(char const* kind, String_t const& message, char const* file, int line);
