@@ -7,7 +7,7 @@
 #include <memory>
 #include <new>
 
-#include "containers/pool.h"
+#include "containers/pool_cache.h"
 
 namespace {
 
@@ -50,12 +50,13 @@ ByteString Replaced(ByteString const& bytes, Wanted const& wanted, char to) {
 }  // namespace
 
 void* ByteString::Srep::operator new(std::size_t size) {
-    return size == sizeof(Srep) ? records.Alloc(sizeof(Srep), kChunkBytes) : ::operator new(size);
+    if (size != sizeof(Srep)) return ::operator new(size);
+    return korbase_detail::PoolAccess::Alloc(records, sizeof(Srep), kChunkBytes);
 }
 
 void ByteString::Srep::operator delete(void* record, std::size_t size) {
     if (size == sizeof(Srep))
-        records.Free(record);
+        korbase_detail::PoolAccess::Free(records, record);
     else
         ::operator delete(record);
 }

@@ -10,7 +10,7 @@
 #include <ostream>
 #include <utility>
 
-#include "containers/pool.h"
+#include "containers/pool_cache.h"
 #include "generic/tvarr"
 
 namespace {
@@ -46,10 +46,15 @@ std::unique_ptr<char[]> JoinText(char const* a, char const* b) {
 
 bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
+void* TakeRecord() {
+    return korbase_detail::PoolAccess::Alloc(records, sizeof(String_t::Srep), kChunkBytes);
+}
+
+void GiveRecord(void* record) { korbase_detail::PoolAccess::Free(records, record); }
+
+// A record with `text`, or null, for one string. The text is released once there is a record.
 String_t::Srep* NewRecord(std::unique_ptr<char[]> text) {
-    auto* const record = new String_t::Srep(text.get());
-    text.release();
-    return record;
+    return ::new (TakeRecord()) String_t::Srep(text.release());
 }
 
 // A copy of `s` in which each character went through `change`.
@@ -67,12 +72,12 @@ String_t Changed(String_t const& s, Change const& change) {
 }  // namespace
 
 void* String_t::Srep::operator new(std::size_t size) {
-    return size == sizeof(Srep) ? records.Alloc(sizeof(Srep), kChunkBytes) : ::operator new(size);
+    return size == sizeof(Srep) ? TakeRecord() : ::operator new(size);
 }
 
 void String_t::Srep::operator delete(void* record, std::size_t size) {
     if (size == sizeof(Srep))
-        records.Free(record);
+        GiveRecord(record);
     else
         ::operator delete(record);
 }
@@ -117,7 +122,7 @@ String_t& String_t::Prepend(char const* s) {
 char* String_t::Reserve(unsigned n) {
     auto text = NewText(n);
     text[0] = '\0';
-    if (!rep) rep = new Srep(nullptr);
+    if (!rep) rep = NewRecord(nullptr);
     delete[] rep->text;
     return rep->text = text.release();
 }
@@ -202,14 +207,14 @@ std::istream& String_t::Getline(std::istream& in, String_t& target, char const* 
 
 // One more string for the record.
 String_t::Srep* String_t::Share() const {
-    if (!rep) rep = new Srep(nullptr);
+    if (!rep) rep = NewRecord(nullptr);
     ++rep->count;
     return rep;
 }
 
 void String_t::Destroy(Srep* record) noexcept {
     delete[] record->text;
-    delete record;
+    GiveRecord(record);
 }
 
 // Makes `text`, from new[] or null, the text of this string alone.

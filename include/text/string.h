@@ -36,7 +36,7 @@ public:
     // The first `n` characters of `s`; what is missing in a shorter `s` is NULs in the buffer. The
     // null string when `s` is null or `n` is 0.
     String_t(char const* s, unsigned n);
-    // "" in a buffer for `n` characters.
+    // "" in a buffer for `n` characters. The literal 0 could be a null pointer too: write 0u.
     explicit String_t(unsigned n);
     // A copy of `s`: the null string only when its pointer is null.
     explicit String_t(std::string_view s);
@@ -74,7 +74,7 @@ public:
     // The text, valid until the string changes; nullptr for the null string.
     operator char const*() const { return Get(); }
     char const* Get() const { return rep ? rep->text : nullptr; }
-    // The text as a view; one with a null pointer for the null string.
+    // The text as a view, also by std::string_view(s); one with a null pointer for the null string.
     std::string_view View() const { return Get() ? std::string_view(Get()) : std::string_view(); }
     explicit operator std::string_view() const { return View(); }
     // Characters before the terminator, counted anew by each call.
