@@ -11,69 +11,46 @@
 
 namespace {
 
+using namespace std::string_view_literals;
+
 constexpr unsigned kMost = 0xFFFFFFFF;
 
 std::string_view Bytes(ByteString const& b) { return {b.Get() ? b.Get() : "", b.Len()}; }
 
-TEST(ByteStringMaking, CopiesFillsAndKeepsNoBufferForNoBytes) {
-    using namespace std::string_view_literals;
+TEST(ByteStringMaking, KeepsNoBufferForNoBytes) {
+    ByteString const b("abcde", 5), zero("a\0a", 3);
     struct {
         ByteString made;
         std::string_view want;
-    } const rows[] = {
-        {ByteString(), ""},
-        {ByteString(0u), ""},
-        {ByteString(0u, 'x'), ""},
-        {ByteString(3, 'x'), "xxx"},
-        {ByteString("a\0b", 3), "a\0b"sv},
-        {ByteString("abc", 0), ""},
-        {ByteString(nullptr, 3), ""},
-        {ByteString(4, "ab", 2, '-'), "ab--"},
-        {ByteString(2, "abc", 3, '-'), "ab"},
-        {ByteString(2, "abc", 0, '-'), "--"},
-        {ByteString(2, nullptr, 5, '-'), "--"},
-        {ByteString(0u, "abc", 3, '-'), ""},
-    };
-    for (auto const& row : rows) {
-        EXPECT_EQ(row.want, Bytes(row.made)) << row.want;
-        EXPECT_EQ(row.want.empty(), row.made.Get() == nullptr) << row.want;
-        std::unique_ptr<char[]> const saved(row.made.Save());
-        EXPECT_EQ(row.want.empty(), saved == nullptr) << row.want;
-        EXPECT_EQ(row.want, std::string_view(saved ? saved.get() : "", row.made.Len()));
+    } const rows[] = {{ByteString(0u), ""},
+                      {ByteString(0u, "abc", 3, '-'), ""},
+                      {ByteString(3, 'x'), "xxx"},
+                      {ByteString("a\0b", 3), "a\0b"sv},
+                      {ByteString("abc", 0), ""},
+                      {ByteString(nullptr, 3), ""},
+                      {ByteString(4, "ab", 2, '-'), "ab--"},
+                      {ByteString(2, "abc", 3, '-'), "ab"},
+                      {ByteString(2, nullptr, 5, '-'), "--"},
+                      {b.SubStr(1, 3), "bcd"},
+                      {b.SubStr(1, kMost), "bcde"},
+                      {b.SubStr(0, kMost), ""},  // the count wraps to 0
+                      {b.SubStr(4, 4), "e"},
+                      {b.SubStr(3, 2), ""},
+                      {b.SubStr(5, 9), ""},
+                      {b.SubStr(9, 12), ""},
+                      {ByteString().SubStr(0, 3), ""},
+                      {zero.Subst('a', 'b'), "b\0a"sv},  // stops at the zero byte
+                      {zero, "a\0a"sv},
+                      {ByteString("a-b-", 4).Subst("ab", 2, 'x'), "x-x-"},
+                      {ByteString("aba", 3).Subst('a', '\0'), "\0b\0"sv},
+                      {b.Subst(nullptr, 2, 'x'), "abcde"},
+                      {ByteString().Subst('a', 'b'), ""}};
+    for (auto const& [made, want] : rows) {
+        EXPECT_EQ(want, Bytes(made));
+        std::unique_ptr<char[]> const saved(made.Save());
+        EXPECT_TRUE(want.empty() == !made.Get() && want.empty() == !saved) << want;
+        EXPECT_EQ(want, std::string_view(saved ? saved.get() : "", made.Len()));
     }
-}
-
-TEST(ByteStringMaking, RefusesSumsBeyondTheAddressRange) {
-    ByteString b("ab", 2);
-    EXPECT_THROW(b.Append('x', kMost - 1), std::bad_alloc);
-    EXPECT_THROW(b.Prepend("x", kMost), std::bad_alloc);
-    EXPECT_EQ("ab", Bytes(b));
-}
-
-TEST(ByteStringSubStr, CountsUnsigned) {
-    struct {
-        unsigned from, to;
-        std::string_view want;
-    } const rows[] = {
-        {1, 3, "bcd"},      {1, 100, "bcde"}, {0, 4, "abcde"}, {4, 4, "e"}, {3, 2, ""},
-        {5, 9, ""},         {9, 12, ""},      {0, kMost, ""},  // the count wraps to 0
-        {1, kMost, "bcde"},
-    };
-    ByteString const b("abcde", 5);
-    for (auto const& row : rows)
-        EXPECT_EQ(row.want, Bytes(b.SubStr(row.from, row.to))) << row.from << " to " << row.to;
-    EXPECT_EQ(nullptr, ByteString().SubStr(0, 3).Get());
-}
-
-TEST(ByteStringSubst, StopsAtTheFirstZeroByteOrTheEnd) {
-    using namespace std::string_view_literals;
-    ByteString const b("a\0a", 3);
-    EXPECT_EQ("b\0a"sv, Bytes(b.Subst('a', 'b')));
-    EXPECT_EQ("a\0a"sv, Bytes(b));
-    EXPECT_EQ("x-x-"sv, Bytes(ByteString("a-b-", 4).Subst("ab", 2, 'x')));
-    EXPECT_EQ("a-b-"sv, Bytes(ByteString("a-b-", 4).Subst(nullptr, 2, 'x')));
-    EXPECT_EQ("\0b\0"sv, Bytes(ByteString("aba", 3).Subst('a', '\0')));
-    EXPECT_EQ("", Bytes(ByteString().Subst('a', 'b')));
 }
 
 TEST(ByteStringEquality, ComparesTheShorterLength) {
@@ -89,25 +66,23 @@ TEST(ByteStringSharing, InPlaceMembersReachCopiesOthersDetach) {
     std::memcpy(a.Reserve(3), "123", 3);
     EXPECT_EQ("123", Bytes(b));
     char* const adopted = new char[1]{'z'};
-    a.Redefine(adopted, 1);
-    EXPECT_EQ(adopted, b.Get());
-    a.Redefine(adopted, 1);
-    EXPECT_EQ("z", Bytes(b));
+    for (int i = 0; i < 2; ++i) a.Redefine(adopted, 1);
     a.Append(nullptr, 3);
-    EXPECT_EQ(adopted, a.Get());
+    EXPECT_THROW(a.Append('x', kMost), std::bad_alloc);
+    EXPECT_THROW(a.Prepend("x", kMost), std::bad_alloc);
+    EXPECT_TRUE(a.Get() == adopted && b.Get() == adopted && a.Len() == 1);
     a.Append("y", 0);
     EXPECT_NE(adopted, a.Get());
     EXPECT_EQ("z", Bytes(a));
-    EXPECT_EQ(nullptr, b.Reserve(0));
     b.Redefine(nullptr, 7);
     EXPECT_EQ(0u, b.Len());
+    EXPECT_EQ(nullptr, a.Reserve(0));
 
     ByteString const empty;
     ByteString shared(empty), moved(std::move(shared));
     moved.Reserve(1)[0] = 'm';
-    EXPECT_EQ("m", Bytes(empty));  // also between copies of an empty one
     shared = moved;
-    EXPECT_EQ("m", Bytes(shared));
+    EXPECT_TRUE(Bytes(empty) == "m" && Bytes(shared) == "m");  // also between empty ones
 }
 
 TEST(ByteStringJoin, FollowsStdStringThroughRandomSteps) {
