@@ -8,23 +8,20 @@
 namespace {
 
 TEST(Except, LeavesOutOfItsTextWhatIsNotGiven) {
-    struct {
+    struct Row {
         Except e;
         char const* want;
-    } const rows[] = {
-        {Except(), "unknown"},
-        {Except("x"), "x"},
-        {Except("socket", "refused", "sock", 42), "socket, refused, thrown in sock:42"},
-        {Except("x", String_t("")), "x"},
-        {Except("x", "f", -1), "x"},
-        {Except("x", "f", 0), "x, thrown in f:0"},
-        {Except("x", "", 3), "x"},
-        {Except("", "m"), ", m"},
-        {Except(""), nullptr},
-        {Except(nullptr, "m"), nullptr}};
-    for (auto const& row : rows) EXPECT_STREQ(row.want, row.e.ToString());
-    EXPECT_TRUE(rows[1].e.Message().IsNull() && rows[1].e.File().IsNull());
-    EXPECT_EQ(-1, rows[1].e.Line());
+    };
+    for (Row const& row :
+         {Row{Except(), "unknown"}, Row{Except("x"), "x"},
+          Row{Except("socket", "refused", "sock", 42), "socket, refused, thrown in sock:42"},
+          Row{Except("x", String_t("")), "x"}, Row{Except("x", "f", -1), "x"},
+          Row{Except("x", "f", 0), "x, thrown in f:0"}, Row{Except("x", "", 3), "x"},
+          Row{Except("", "m"), ", m"}, Row{Except(""), nullptr},
+          Row{Except(nullptr, "m"), nullptr}})
+        EXPECT_STREQ(row.want, row.e.ToString());
+    Except const x("x");
+    EXPECT_TRUE(x.Message().IsNull() && x.File().IsNull() && x.Line() == -1);
 }
 
 TEST(Except, CopiesShareTheirTexts) {
