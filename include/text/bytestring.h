@@ -36,9 +36,8 @@ public:
 
     ByteString(ByteString const& other) : rep(other.Share()) {}
     ByteString& operator=(ByteString const& other) {
-        Srep* const shared = other.Share();
-        Release();
-        rep = shared;
+        ByteString copy(other);
+        std::swap(rep, copy.rep);
         return *this;
     }
     // A moved-from byte string is empty.

@@ -43,9 +43,8 @@ public:
 
     String_t(String_t const& other) : rep(other.Share()) {}
     String_t& operator=(String_t const& other) {
-        Srep* const shared = other.Share();
-        Release();
-        rep = shared;
+        String_t copy(other);
+        std::swap(rep, copy.rep);
         return *this;
     }
     // A moved-from string is the null string.
