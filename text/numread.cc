@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
-#include <cstring>
-#include <limits>
 
 #include "text/scale_letters.h"
 
@@ -52,24 +50,20 @@ private:
     int count_ = 0;
 };
 
-// Kept: "inf" and "min" never come out of a `get` that yields two characters, so a word always
-// fails.
-bool TakeName(std::istream& is, double& value) {
-    char word[3] = "";
+// Kept: a word is cut to two characters before it is looked up among the names of numbers, "inf"
+// and "min", so it is consumed and never found.
+void SkipWord(std::istream& is) {
+    char word[3];
     is.get(word, sizeof word);
-    if (std::strcmp(word, "inf") == 0)
-        value = std::numeric_limits<double>::max();
-    else if (std::strcmp(word, "min") == 0)
-        value = std::numeric_limits<double>::min();
-    else
-        return false;
-    return true;
 }
 
 bool TakeNumber(std::istream& is, double& value) {
     int const c = Peek(is);
     if (c == kEnd) return false;
-    if (!IsDigit(c) && c != '.') return TakeName(is, value);
+    if (!IsDigit(c) && c != '.') {
+        SkipWord(is);
+        return false;
+    }
     NumberText text;
     bool const whole = text.TakeDigits(is);
     if (!whole) text.Add('0');

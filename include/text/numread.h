@@ -15,7 +15,8 @@
 // Kept: an "M" looks at up to two characters behind it. "MEL" and "MIG" fail; where neither "MEG"
 // nor "MIL" follows, the last character looked at goes back in upper case (a stream that cannot
 // change its characters gets the badbit then, and the number is stored), and an "E" or "I" before
-// it is lost. Kept: "inf" and "min" are not understood.
+// it is lost. Kept: "inf" and "min" are not understood; at most two characters of such a word
+// are consumed.
 KORBASE_API std::istream& GetDouble(std::istream& is, double& out);
 KORBASE_API std::istream& GetFloat(std::istream& is, float& out);  // reads a double and narrows it
 
