@@ -28,7 +28,7 @@ void str_pad(char const* src, int srclen, char fill, int dstlen, char* dst) {
     auto const room = static_cast<std::size_t>(dstlen);
     int const most = std::min(srclen, dstlen);
     std::size_t const count = src && most > 0 ? strnlen(src, static_cast<std::size_t>(most)) : 0;
-    if (count) std::memcpy(dst, src, count);
+    if (count) std::memmove(dst, src, count);
     std::memset(dst + count, fill, room - count);
 }
 

@@ -1,8 +1,8 @@
 /* Checked allocation: these functions never return a null pointer.
  *
- * Where the platform has no memory left, or a size does not fit 32 bits, they print "out of memory"
- * (no line end) to standard error and abort. Blocks are given back with free(). Sizes are bytes and
- * 32 bits wide on every target. As thread-safe as the platform's allocator. */
+ * Where the platform has no memory left they print "out of memory" (no line end) to standard error
+ * and abort; below this is called exhaustion. Blocks are given back with free(). Sizes are bytes.
+ * As thread-safe as the platform's allocator. */
 #ifndef KORBASE_TEXT_MEMORY_H
 #define KORBASE_TEXT_MEMORY_H
 
@@ -30,7 +30,7 @@ KORBASE_API void* SArealloc(void* ptr, unsigned count, unsigned size);
 /* Makes room for `needed` elements of `size` bytes in the block `ptr` (null for an empty one),
  * whose capacity in elements is `*capacity`. Returns `ptr` when they fit; otherwise stores the next
  * multiple of 256 strictly above `needed` in `*capacity` and returns the grown block, which
- * replaces the caller's pointer. */
+ * replaces the caller's pointer. A capacity or a size in bytes beyond 32 bits is exhaustion. */
 KORBASE_API void* SBalloc(unsigned* capacity, void* ptr, unsigned needed, unsigned size);
 
 #ifdef __cplusplus

@@ -1,7 +1,8 @@
 /* Fixed-length fields: `len` characters that are padded with blanks and have no terminator.
  *
  * Positions count from 1. Nothing is read or written past the given lengths; null fields are left
- * alone. The functions keep no state: any thread may call them. */
+ * alone. Source and destination may overlap. The functions keep no state: any thread may call them.
+ */
 #ifndef KORBASE_TEXT_STR_FIELD_H
 #define KORBASE_TEXT_STR_FIELD_H
 

@@ -51,7 +51,7 @@ KORBASE_API char* str_nsave(char const* text, unsigned n);
 /* Gives back what str_save or str_nsave returned; null is allowed. */
 KORBASE_API void str_free(void* text);
 
-/* The system's text for an errno value. */
+/* The system's text for an errno value, as strerror gives it. */
 KORBASE_API char const* str_error(int error);
 
 #ifdef __cplusplus
