@@ -7,52 +7,29 @@
 
 namespace {
 
-class StrAccumulator : public testing::Test {
-protected:
-    StrAccumulator() { str_arr_init(&acc); }
-    ~StrAccumulator() override { str_arr_delete(&acc); }
-    str_arr_t acc;
-};
-
-TEST_F(StrAccumulator, GrowsInStepsOf128WhenTheTerminatorNoLongerFits) {
-    EXPECT_EQ(nullptr, str_arr_str(&acc));
-    EXPECT_STREQ("", str_arr_cat(&acc, nullptr));  // the first use allocates in any case
-    EXPECT_EQ(128, acc.capacity);
-    str_arr_cat(&acc, std::string(127, 'x').c_str());
-    EXPECT_EQ(128, acc.capacity);
-    str_arr_cat(&acc, "y");
-    EXPECT_EQ(256, acc.capacity);
-    EXPECT_EQ(acc.buffer + 128, acc.end);
-    str_arr_cpy(&acc, std::string(600, 'z').c_str());
-    EXPECT_EQ(640, acc.capacity);
-    EXPECT_STREQ("", str_arr_cpy(&acc, nullptr));
-    EXPECT_EQ(640, acc.capacity);
-}
-
-TEST_F(StrAccumulator, TakesItsOwnTextAndAgreesWithAString) {
+// Pieces, null texts and the accumulated text's own ends against a string, and the steps of growth.
+TEST(StrAccumulator, AgreesWithAStringAndGrowsInStepsOf128) {
     std::mt19937 random(3);
-    std::string model;
-    for (int i = 0; i < 2000; ++i) {
-        std::string const piece(random() % 90, static_cast<char>('a' + i % 26));
-        unsigned const from = static_cast<unsigned>(random() % (model.size() + 1));
-        switch (model.size() > 5000 ? 3 : random() % 4) {
-            case 0:
-                str_arr_cat(&acc, piece.c_str());
-                model += piece;
-                break;
-            case 1:
-            case 2:
-                str_arr_cat(&acc, acc.buffer ? acc.buffer + from : nullptr);
-                model += model.substr(from);
-                break;
-            default:
-                if (random() % 8 && model.size() <= 5000) break;
-                str_arr_cpy(&acc, acc.buffer ? acc.buffer + from : nullptr);
-                model = model.substr(from);
+    for (int round = 0; round < 100; ++round) {
+        str_arr_t acc;
+        str_arr_init(&acc);
+        EXPECT_EQ(nullptr, str_arr_str(&acc));
+        std::string model;
+        unsigned capacity = 128;  // the first use allocates, whatever the text
+        for (int i = 0; i < 60; ++i) {
+            std::string const piece(random() % 150, static_cast<char>('a' + i % 26));
+            char const* texts[] = {piece.c_str(), nullptr, piece.c_str()};
+            if (acc.buffer) texts[2] = acc.buffer + random() % (model.size() + 1);
+            char const* const text = texts[random() % 3];
+            bool const replaces = random() % 8 == 0;
+            model = (replaces ? "" : model) + (text ? std::string(text) : "");
+            ASSERT_EQ(model, (replaces ? str_arr_cpy : str_arr_cat)(&acc, text));
+            while (capacity <= model.size()) capacity += 128;
+            ASSERT_EQ(static_cast<int>(capacity), acc.capacity);
+            ASSERT_EQ(acc.buffer + model.size(), acc.end);
+            ASSERT_EQ(acc.buffer, str_arr_str(&acc));
         }
-        if (!acc.buffer) continue;
-        ASSERT_EQ(model, str_arr_str(&acc));
-        ASSERT_EQ(acc.buffer + model.size(), acc.end);
+        str_arr_delete(&acc);
     }
 }
 

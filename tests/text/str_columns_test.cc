@@ -7,31 +7,31 @@
 
 namespace {
 
-std::string listing;
-
-std::string Listed(std::string elements, int count, int columns, bool sorted) {
+std::string Listed(int count, int columns, int (*cmp)(void const*, void const*) = nullptr) {
+    static std::string listing;
+    short elements[] = {'0', '1', '2', '4', '3'};
     listing.clear();
     str_fmt_mul_cols(
-        elements.data(), count, 1,
-        sorted ? [](void const* a,
-                    void const*
-                        b) { return *static_cast<char const*>(a) - *static_cast<char const*>(b); }
-               : static_cast<int (*)(void const*, void const*)>(nullptr),
-        columns, [](void* element) { listing += *static_cast<char*>(element); },
+        elements, count, sizeof *elements, cmp, columns,
+        [](void* element) { listing += static_cast<char>(*static_cast<short*>(element)); },
         [] { listing += '/'; });
     return listing;
 }
 
 TEST(StrFmtMulCols, GoesDownTheColumns) {
-    EXPECT_EQ("03/14/2/", Listed("01234", 5, 2, false));
-    EXPECT_EQ("03/14/2/", Listed("42310", 5, 2, true));
-    EXPECT_EQ("0/1/2/", Listed("012", 3, 1, false));
-    EXPECT_EQ("012/", Listed("012", 3, 9, false));
-    EXPECT_EQ("012/", Listed("012", 3, INT_MAX, false));
-    EXPECT_EQ("", Listed("012", 3, 0, true));
-    EXPECT_EQ("", Listed("012", 3, -2, false));
-    EXPECT_EQ("", Listed("", 0, 2, true));
-    EXPECT_EQ("", Listed("", -3, 2, true));
+    struct {
+        int count, columns;
+        char const* want;
+    } const rows[] = {{5, 2, "04/13/2/"}, {3, 1, "0/1/2/"}, {3, 9, "012/"}, {3, INT_MAX, "012/"},
+                      {3, 0, ""},         {3, -2, ""},      {1, -2, "0/"},  {0, 2, ""},
+                      {0, -2, "/"},       {-3, 2, ""}};
+    for (auto const& row : rows)
+        EXPECT_EQ(row.want, Listed(row.count, row.columns)) << row.count << " in " << row.columns;
+    auto const compare = [](void const* a, void const* b) {
+        return *static_cast<short const*>(b) - *static_cast<short const*>(a);
+    };
+    EXPECT_EQ("41/30/2/", Listed(5, 2, compare));
+    EXPECT_EQ("", Listed(0, 2, compare));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <string>
 
@@ -20,86 +21,68 @@ TEST(StrCompare, OrdersNullFirstAndFoldsLettersOnly) {
     } const rows[] = {{nullptr, nullptr, 0, 0, 0}, {nullptr, "", -1, -1, -1},
                       {"", nullptr, 1, 1, 1},      {"", "", 0, 0, 0},
                       {"abc", "ABC", 1, 0, 0},     {"abC", "ABd", 1, -1, 0},
-                      {"ab", "abc", -1, -1, 0},    {"a\xff", "A\x01", 1, 1, 1},  // unsigned bytes
-                      {"a", "[", 1, 1, 1},  // '[' is no letter: the bytes as they are, not 'A'
-                      {"A", "[", -1, -1, -1},      {"x", "X[", 1, -1, -1}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(testing::Message()
-                     << (row.a ? row.a : "null") << ' ' << (row.b ? row.b : "null"));
-        EXPECT_EQ(row.exact, Sign(str_cmp(row.a, row.b)));
-        EXPECT_EQ(row.exact, Sign(str_ncmp(row.a, row.b, 100)));
-        EXPECT_EQ(row.folded, Sign(str_icmp(row.a, row.b)));
-        EXPECT_EQ(row.folded, Sign(str_nicmp(row.a, row.b, 100)));
-        EXPECT_EQ(row.first_two, Sign(str_nicmp(row.a, row.b, 2)));
-        EXPECT_EQ(0, str_nicmp(row.a, row.b, 0));
+                      {"ab", "abc", -1, -1, 0},    {"a\xff", "A\x01", 1, 1, 1},
+                      {"a", "[", 1, 1, 1},         {"x", "X[", 1, -1, -1}};
+    for (auto const& [a, b, exact, folded, first_two] : rows) {
+        int const want[] = {exact, exact, folded, folded, first_two, 0};
+        int const got[] = {str_cmp(a, b),      str_ncmp(a, b, 9),  str_icmp(a, b),
+                           str_nicmp(a, b, 9), str_nicmp(a, b, 2), str_nicmp(a, b, 0)};
+        for (int i = 0; i < 6; ++i)
+            EXPECT_EQ(want[i], Sign(got[i])) << i << " of " << exact << folded;
     }
     EXPECT_EQ(0, str_ncmp("abc", "abd", 2));
     EXPECT_EQ(-1, str_ncmp(nullptr, "x", 0));
-    EXPECT_EQ('a' - '[', str_icmp("a", "["));
+    EXPECT_EQ('a' - '[', str_icmp("a", "["));  // '[' is no letter: the bytes, not 'A'
 }
 
 TEST(StrCopy, LeavesNullsAloneOrMakesThemEmpty) {
-    char text[8] = "ab";
+    char text[9] = "########";
+    str_cpy(text, "ab");
     str_cat(text, nullptr);
     str_cat(nullptr, "x");
     str_ncat(text, nullptr, 3);
     str_ncat(text, "cdef", 2);
-    EXPECT_STREQ("abcd", text);
     str_cpy(nullptr, "x");
     str_ncpy(nullptr, "x", 1);
-    str_cpy(text, nullptr);
-    EXPECT_STREQ("", text);
-    std::memset(text, '#', sizeof text);
-    str_ncpy(text, "ab", 4);
-    EXPECT_EQ(std::string("ab\0\0\0###", 8), std::string(text, sizeof text));
+    EXPECT_EQ(std::string("abcd\0###", 8), std::string(text, 8));
+    str_ncpy(text, nullptr, 4);
+    str_cpy(text + 1, nullptr);
+    EXPECT_EQ(std::string("\0\0cd\0###", 8), std::string(text, 8));
+    str_ncpy(text, "ab", 5);
+    str_cat(text, "c");
+    EXPECT_EQ(std::string("abc\0\0\0##", 8), std::string(text, 8));
     str_ncpy(text, "abcdef", 4);
-    EXPECT_STREQ("abcd", text);
-    EXPECT_EQ(0u, str_len(nullptr));
+    EXPECT_EQ(4u, str_len(text) + str_len(nullptr));
     EXPECT_STREQ(std::strerror(ENOENT), str_error(ENOENT));
 }
 
 TEST(StrLimitedCopy, NeverWritesPastTheSize) {
-    std::string const source = "abcdef";
-    for (unsigned size = 0; size <= 9; ++size) {
-        for (unsigned used = 0; used <= 7; ++used) {
-            char copy[10], both[10];
-            std::memset(copy, '#', sizeof copy);
-            std::memset(both, '#', sizeof both);
-            std::memset(both, 'x', used);
-            both[used] = '\0';
-            EXPECT_EQ(copy, str_lcpy(copy, source.c_str(), size));
-            EXPECT_EQ(both, str_lcat(both, source.c_str(), size));
-            std::string const kept = source.substr(0, size ? size - 1 : 0);
-            EXPECT_EQ(size ? kept + '\0' + '#' : "##",
-                      std::string(copy, size ? kept.size() + 2 : 2));
-            std::string want(used, 'x');
-            if (used + 1 < size) want += source.substr(0, size - 1 - used);
-            EXPECT_EQ(want, both) << "size " << size << ", used " << used;
-        }
+    for (unsigned i = 0; i < 80; ++i) {
+        unsigned const size = i % 10, used = i / 10;
+        std::string copy(10, '#'), both = std::string(used, 'x') + '\0' + copy;
+        std::string want_copy = copy, want_both = both;
+        std::snprintf(want_copy.data(), size, "%s", "abcdef");
+        if (used < size) std::snprintf(&want_both[used], size - used, "%s", "abcdef");
+        EXPECT_EQ(copy.data(), str_lcpy(copy.data(), "abcdef", size));
+        EXPECT_EQ(both.data(), str_lcat(both.data(), "abcdef", size));
+        EXPECT_EQ(want_copy, copy) << "size " << size;
+        EXPECT_EQ(want_both, both) << "size " << size << ", used " << used;
     }
-    EXPECT_EQ(nullptr, str_lcpy(nullptr, "x", 2));
-    char text[4] = "ab";
-    EXPECT_STREQ("ab", str_lcpy(text, nullptr, 4));
-    EXPECT_STREQ("ab", str_lcat(text, nullptr, 4));
+    char text[] = "ab";
+    for (auto* const copy : {str_lcpy, str_lcat})
+        EXPECT_STREQ("ab", copy(copy(nullptr, "x", 2) ? nullptr : text, nullptr, 3));
 }
 
 TEST(StrSave, CopiesAndMakesNullEmpty) {
-    struct {
-        char const* text;
-        unsigned n;
-        char const *whole, *part;
-    } const rows[] = {
-        {"abc", 2, "abc", "ab"}, {"abc", 9, "abc", "abc"}, {"", 0, "", ""}, {nullptr, 3, "", ""}};
-    for (auto const& row : rows) {
-        char* const whole = str_save(row.text);
-        char* const part = str_nsave(row.text, row.n);
-        EXPECT_STREQ(row.whole, whole);
-        EXPECT_STREQ(row.part, part);
-        EXPECT_EQ('\0', part[row.n]);
-        str_free(whole);
-        str_free(part);
+    for (unsigned n : {0, 2, 3, 9}) {
+        for (char const* text : {"abc", "", static_cast<char const*>(nullptr)}) {
+            char *const whole = str_save(text), *const part = str_nsave(text, n);
+            EXPECT_STREQ(text ? text : "", whole);
+            EXPECT_EQ(std::string(whole).substr(0, n), part) << n;
+            EXPECT_EQ('\0', part[n]);
+            for (char* const each : {whole, part}) str_free(each);
+        }
     }
-    str_free(nullptr);
 }
 
 #if UINTPTR_MAX == UINT32_MAX  // no 32-bit count exhausts a larger address space
