@@ -49,13 +49,7 @@ Pool::~Pool() { Close(); }
 // stored here is never read during its lifetime.
 __attribute__((noinline)) void Pool::Close() {
     PoolCache& cache = pool_thread.caches[lease.load(std::memory_order_relaxed) & kPoolSlotMask];
-    bool const cached = cache.lease == PoolLeases::End(*this, kPoolNoLease);
-    if (cached) Drain(cache, 0);
-    {
-        Lock const lock(*this);
-        LoosenAll();
-        if (cached) Chain(cache.first, cache.count);
-    }
+    if (cache.lease == PoolLeases::End(*this, kPoolNoLease)) TakeBack(cache);
     if (std::memcmp(tag, kAlive, sizeof tag) != 0) return;
     std::memset(tag, 0, sizeof tag);
     pthread_mutex_destroy(&mutex);
@@ -70,10 +64,7 @@ void Pool::Free(void* element) { PoolAccess::Free(*this, element); }
 void* Pool::AllocSlow(unsigned elemSize, unsigned chunkBytes) {
     PoolCache* const cache = OpenCache();
     if (cache && cache->full) {
-        cache->first = cache->full;
-        cache->full = pool_word(cache->first, 1);
-        cache->count = kPoolBatch;
-        --cache->magazines;
+        cache->OpenMagazine();
         return cache->Pop();
     }
     Lock const lock(*this);
@@ -82,7 +73,7 @@ void* Pool::AllocSlow(unsigned elemSize, unsigned chunkBytes) {
         Refill(*cache);
         return cache->Pop();
     }
-    if (!freeList) Loosen();
+    if (!freeList) freeList = pool_pop_magazine(full);
     void* const element = freeList;
     freeList = pool_word(element, 0);
     return element;
@@ -99,11 +90,7 @@ void Pool::FreeSlow(void* element) {
     }
     if (cache->count == kPoolBatch) {
         if (cache->magazines == kPoolMagazines) Drain(*cache, kPoolMagazines / 2);
-        pool_set_word(cache->first, 1, cache->full);
-        cache->full = cache->first;
-        cache->first = nullptr;
-        cache->count = 0;
-        ++cache->magazines;
+        cache->CloseMagazine();
     }
     cache->Push(element);
 }
@@ -143,22 +130,23 @@ void Pool::AddChunk(unsigned elemSize, unsigned chunkBytes) {
     }
 }
 
-// Moves a magazine, or what is left on the free list, into a cache without elements.
+// Moves a magazine or, without one, a batch from the free list into a cache that has no elements.
+// The pool has some.
 void Pool::Refill(PoolCache& cache) {
     if (full) {
-        cache.first = full;
+        cache.first = pool_pop_magazine(full);
         cache.count = kPoolBatch;
-        full = pool_word(full, 1);
         return;
     }
-    cache.first = freeList;
-    while (freeList && cache.count < kPoolBatch) {
-        freeList = pool_word(freeList, 0);
-        ++cache.count;
-    }
+    void* end = freeList;
+    cache.first = end;
+    for (cache.count = 1; cache.count < kPoolBatch && pool_word(end, 0); ++cache.count)
+        end = pool_word(end, 0);
+    freeList = pool_word(end, 0);
+    pool_set_word(end, 0, nullptr);
 }
 
-// Moves the full magazines of a cache but the `keep` topmost ones to the pool.
+// Moves the full magazines of a cache, but for the `keep` topmost ones, to the pool.
 void Pool::Drain(PoolCache& cache, unsigned keep) {
     if (cache.magazines <= keep) return;
     void* kept = nullptr;
@@ -177,42 +165,18 @@ void Pool::Drain(PoolCache& cache, unsigned keep) {
     full = given;
 }
 
-// Takes over all that a cache holds.
+// Takes over all that a cache holds; its elements outside full magazines go to the free list.
 void Pool::TakeBack(PoolCache& cache) {
     Drain(cache, 0);
+    if (cache.count == 0) return;
+    void* end = cache.first;
+    while (void* const next = pool_word(end, 0)) end = next;
+
     Lock const lock(*this);
-    Chain(cache.first, cache.count);
+    pool_set_word(end, 0, freeList);
+    freeList = cache.first;
     cache.first = nullptr;
     cache.count = 0;
-}
-
-// Puts a chain of `count` elements on the free list.
-void Pool::Chain(void* first, unsigned count) {
-    if (count == 0) return;
-    void* end = first;
-    while (--count > 0) end = pool_word(end, 0);
-    pool_set_word(end, 0, freeList);
-    freeList = first;
-}
-
-// Puts the topmost full magazine on the free list.
-void Pool::Loosen() {
-    void* const magazine = full;
-    full = pool_word(magazine, 1);
-    Chain(magazine, kPoolBatch);
-}
-
-// Puts all full magazines, the lowest first, on the free list.
-void Pool::LoosenAll() {
-    void* reversed = nullptr;
-    while (full) {
-        void* const below = pool_word(full, 1);
-        pool_set_word(full, 1, reversed);
-        reversed = full;
-        full = below;
-    }
-    full = reversed;
-    while (full) Loosen();
 }
 
 void Pool::Destroy() {

@@ -1,16 +1,20 @@
 // What each thread keeps of the pools, and the inline way to it for the element classes of the
 // library.
 //
-// In front of a pool's free list every thread has a cache, a stack of free elements that needs no
-// lock: an open magazine, and below it full ones. A magazine is a chain of elements; a full one has
-// a batch of them, and the second word of its first element points to the full magazine below. A
-// cache without elements takes a magazine from the pool, one with too many gives its lower half to
-// the pool, whose own full magazines lie on top of its free list: together they are one stack, last
-// in, first out.
+// The free elements of a pool are one stack, last in, first out, most of it in magazines: chains of
+// kPoolBatch elements. From the top down it consists of
+//     the thread's open magazine   all fast calls push and pop here, without a lock
+//     the thread's full magazines  up to kPoolMagazines
+//     the pool's full magazines    from here on shared by the threads, under the pool's mutex
+//     the pool's free list         new chunks start here
+// A thread without elements takes one magazine, or a batch of the free list; a thread with too many
+// magazines gives the lower half to the pool, and one that ends all it has. An element's first word
+// points to the next one of its chain; where that is the first of a full magazine, its second word
+// points to the magazine below.
 //
-// A pool gets its slot in all threads' caches by a lease, a serial number with the slot in its low
-// bits. A pool that ends or is emptied gives its lease up; what a thread has cached under an old
-// lease is forgotten when it is met, since the memory may be gone.
+// Where a thread finds its cache of a pool is the pool's lease: a slot, which all threads use for
+// it, below a serial number. A pool that is emptied or ends gives its lease up. What a thread still
+// has under an old lease is forgotten when it is met, since the memory may be gone.
 #ifndef KORBASE_CONTAINERS_POOL_CACHE_H
 #define KORBASE_CONTAINERS_POOL_CACHE_H
 
@@ -23,7 +27,7 @@ namespace korbase_detail {
 
 constexpr unsigned kPoolBatch = 64;
 constexpr unsigned kPoolMagazines = 32;   // the most full ones that a cache keeps
-constexpr std::uint32_t kPoolSlots = 12;  // slots 1 to 12; further pools have no caches
+constexpr std::uint32_t kPoolSlots = 12;  // slots 1 to 12; see the leases on further pools
 constexpr std::uint32_t kPoolSlotMask = 15;
 
 // Leases without a slot; they lead to slot 0, which is closed.
@@ -42,6 +46,13 @@ inline void pool_set_word(void* element, unsigned i, void* word) {
     std::memcpy(static_cast<char*>(element) + i * sizeof word, &word, sizeof word);
 }
 
+// Takes the topmost magazine off a stack of full ones that is not empty.
+inline void* pool_pop_magazine(void*& full) {
+    void* const magazine = full;
+    full = pool_word(magazine, 1);
+    return magazine;
+}
+
 struct PoolCache {
     void* Pop() {
         void* const element = first;
@@ -55,9 +66,25 @@ struct PoolCache {
         ++count;
     }
 
+    // The topmost full magazine becomes the open one, which was empty.
+    void OpenMagazine() {
+        first = pool_pop_magazine(full);
+        count = kPoolBatch;
+        --magazines;
+    }
+
+    // The open magazine, which is full, goes on top of the full ones; an empty one is opened.
+    void CloseMagazine() {
+        pool_set_word(first, 1, full);
+        full = first;
+        ++magazines;
+        first = nullptr;
+        count = 0;
+    }
+
     std::uint32_t lease;
     unsigned count;      // elements of the open magazine
-    void* first;         // the open magazine, its last element points nowhere
+    void* first;         // the open magazine, null when it is empty
     void* full;          // the topmost full magazine
     unsigned magazines;  // how many full ones there are
 };

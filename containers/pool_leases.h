@@ -1,4 +1,7 @@
 // The leases of the pools: which pool owns which slot of the threads' caches.
+//
+// A pool that finds all slots taken works on its free list alone, under its mutex; a child process
+// can use it only if no other thread did so at the moment of the fork.
 #ifndef KORBASE_CONTAINERS_POOL_LEASES_H
 #define KORBASE_CONTAINERS_POOL_LEASES_H
 

@@ -2,8 +2,9 @@
 //
 // Elements are carved from chunks and kept on a free list; the element that a thread freed last is
 // the next one it gets. Any thread may allocate and free. Most calls take no lock: each thread
-// keeps up to 128 free elements of a pool at hand and moves them from and to the free list in
-// batches. Chunks go back to the system only through Destroy().
+// keeps some free elements of a pool at hand, at most about 2,000, and moves them from and to the
+// pool in batches of 64; a thread that ends gives them all back. Chunks go back to the system only
+// through Destroy().
 #ifndef KORBASE_CONTAINERS_POOL_H
 #define KORBASE_CONTAINERS_POOL_H
 
@@ -65,16 +66,13 @@ private:
     void Refill(korbase_detail::PoolCache& cache);
     void Drain(korbase_detail::PoolCache& cache, unsigned keep);
     void TakeBack(korbase_detail::PoolCache& cache);
-    void Chain(void* first, unsigned count);
-    void Loosen();
-    void LoosenAll();
 
     void* freeList;  // the first word of a free element points to the next
     Chunk* chunks;
     pthread_mutex_t mutex;
     char tag[4];                       // "6543" while the mutex is alive
     std::atomic<std::uint32_t> lease;  // of a slot in the caches of the threads
-    void* full;                        // full magazines that threads gave back
+    void* full;                        // batches of elements that threads gave back
 };
 
 #endif

@@ -1,29 +1,69 @@
 #include <containers/pool.h>
 #include <containers/slist.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
+#include <pthread.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <deque>
+#include <future>
+#include <mutex>
 #include <new>
 #include <random>
-#include <set>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
 
+using Elements = std::vector<void*>;
+
 std::size_t stride(unsigned size) {
     std::size_t const align = alignof(std::max_align_t);
-    return (size + align - 1) / align * align;
+    return (std::max(size, 1U) + align - 1) / align * align;
 }
 
-std::vector<void*> take(Pool& pool, unsigned size, unsigned chunk_bytes, unsigned count) {
-    std::vector<void*> elements;
-    while (count-- > 0) elements.push_back(pool.Alloc(size, chunk_bytes));
+// Where the `n`th element behind `element` lies in its chunk.
+void* behind(void* element, unsigned size, std::size_t n = 1) {
+    return static_cast<char*>(element) + n * stride(size);
+}
+
+// Most tests use elements of 16 bytes in chunks of kChunk.
+unsigned const kChunk = 500, kChunkBytes = 16 * kChunk + 8;
+
+Elements take(Pool& pool, unsigned count = kChunk) {
+    Elements elements(count);
+    for (void*& element : elements) element = pool.Alloc(16, kChunkBytes);
     return elements;
+}
+
+void give(Pool& pool, Elements const& elements) {
+    for (void* const element : elements) pool.Free(element);
+}
+
+// Whether a chunk's number of elements is a chunk as it was made.
+bool is_new_chunk(Elements const& elements) {
+    for (std::size_t i = 0; i < kChunk; ++i)
+        if (elements[i] != behind(elements[0], 16, i)) return false;
+    return true;
+}
+
+// Whether the next elements are these, in any order: all of them were free again.
+bool are_free_again(Pool& pool, Elements elements) {
+    Elements again = take(pool);
+    give(pool, again);
+    std::sort(elements.begin(), elements.end());
+    std::sort(again.begin(), again.end());
+    return elements == again;
 }
 
 // A pool that gives its memory back.
@@ -36,28 +76,30 @@ bool report_late_use = false;
 struct EarlyAndLate {
     EarlyAndLate();
     ~EarlyAndLate();
-    std::vector<void*> elements;
+    Elements elements, held;
     slist_t* const list = new slist_t;
 } early_and_late;
 Pool late;
 
-EarlyAndLate::EarlyAndLate() : elements(take(late, 16, 1024, 200)) {
+// Leaves one free element in the thread's open magazine and three full ones below it.
+EarlyAndLate::EarlyAndLate() : elements(take(late)), held(elements.begin() + 193, elements.end()) {
     for (void* const element : elements) list->append(element);
+    for (std::size_t i = 0; i < 193; ++i) late.Free(elements[i]);
 }
 
-// The pool goes on as the one stack that it was: what was freed last comes first.
 EarlyAndLate::~EarlyAndLate() {
-    for (void* const element : elements) late.Free(element);
-    bool same = true;
-    while (!elements.empty()) {
-        same = same && late.Alloc(16, 1024) == elements.back();
-        elements.pop_back();
-    }
-    same = same && list->Len() == 200;
+    give(late, held);
+    bool same = list->Len() == static_cast<int>(kChunk);
+    for (std::size_t i = held.size(); i-- > 0;) same = same && late.Alloc(16, 0) == held[i];
+    give(late, held);
+    same = same && are_free_again(late, elements);
     delete list;
     late.Destroy();
     if (report_late_use) std::fputs(same ? "as it was" : "other elements", stderr);
 }
+
+Pool* key_pool;
+void free_in_key_destructor(void* element) { key_pool->Free(element); }
 
 }  // namespace
 
@@ -76,43 +118,38 @@ TEST(Pool, CarvesChunksInAddressOrder) {
     };
     for (auto const& row : rows) {
         TestPool pool;
-        std::vector<void*> const elements =
-            take(pool, row.size, row.chunk_bytes, row.count * 2 + 1);
-        std::size_t breaks = 0;
-        for (std::size_t i = 0; i < elements.size(); ++i) {
-            EXPECT_EQ(0U,
-                      reinterpret_cast<std::uintptr_t>(elements[i]) % alignof(std::max_align_t));
-            std::memset(elements[i], 0xA5, row.size);
-            if (i == 0) continue;
-            bool const next = static_cast<char*>(elements[i - 1]) + stride(row.size) == elements[i];
-            if (next) continue;
-            ++breaks;
-            EXPECT_EQ(0U, i % row.count) << "size " << row.size << ", element " << i;
+        void* before = nullptr;
+        for (unsigned i = 0; i < 3 * row.count; ++i) {
+            void* const element = pool.Alloc(row.size, row.chunk_bytes);
+            std::memset(element, 0xA5, row.size);
+            ASSERT_EQ(0U, reinterpret_cast<std::uintptr_t>(element) % alignof(std::max_align_t));
+            if (i % row.count != 0) {
+                ASSERT_EQ(behind(before, row.size), element) << "size " << row.size << ", " << i;
+            } else {  // memory of its own, with room for so many
+                ASSERT_EQ(row.count, malloc_usable_size(element) / stride(row.size));
+            }
+            before = element;
         }
-        EXPECT_EQ(2U, breaks) << "size " << row.size;
     }
 }
 
 TEST(Pool, IsOneStackWhateverTheDepth) {
     std::mt19937 random(23);
     TestPool pool;
-    std::vector<void*> held, freed;
-    std::set<void*> known;  // the first elements of the chunks
+    Elements held, freed;
+    int chunks = 0;
     for (int round = 0; round < 400; ++round) {
         bool const alloc = random() % 2 == 0;
         for (unsigned n = random() % (round % 10 == 0 ? 6000 : 150); n > 0; --n) {
             if (alloc) {
-                void* const element = pool.Alloc(16, 4096);
-                if (freed.empty()) {
-                    // A new chunk, from its lowest address up, only when nothing is free.
-                    ASSERT_TRUE(known.insert(element).second) << "round " << round;
-                    for (std::size_t i = (4096 - 8) / 16; --i > 0;)
-                        freed.push_back(static_cast<char*>(element) + i * stride(16));
-                } else {
-                    ASSERT_EQ(freed.back(), element) << "round " << round;
-                    freed.pop_back();
+                held.push_back(pool.Alloc(16, kChunkBytes));
+                if (freed.empty()) {  // a new chunk, from its lowest address up
+                    ++chunks;
+                    for (std::size_t i = kChunk; i-- > 0;)
+                        freed.push_back(behind(held.back(), 16, i));
                 }
-                held.push_back(element);
+                ASSERT_EQ(freed.back(), held.back()) << "round " << round;
+                freed.pop_back();
             } else if (!held.empty()) {
                 std::swap(held[random() % held.size()], held.back());
                 pool.Free(held.back());
@@ -121,40 +158,30 @@ TEST(Pool, IsOneStackWhateverTheDepth) {
             }
         }
     }
-    EXPECT_LT(1U, known.size());
+    EXPECT_LT(10, chunks);
 }
 
 TEST(Pool, IgnoresNullAndForgetsAllWhenDestroyed) {
     TestPool pool;
     pool.Free(nullptr);
-    void* const first = pool.Alloc(16, 1024);
+    void* const first = pool.Alloc(16, kChunkBytes);
     pool.Free(first);
     pool.Free(nullptr);
-    EXPECT_EQ(first, pool.Alloc(16, 1024));
+    EXPECT_EQ(first, pool.Alloc(16, kChunkBytes));
     for (int round = 0; round < 100; ++round) {
-        std::vector<void*> const elements = take(pool, 16, 1024, 300);
-        for (void* const element : elements) pool.Free(element);
+        give(pool, take(pool, 300));
         pool.Destroy();
-        // A whole chunk again, in order: nothing is left of the old ones.
-        std::vector<void*> const fresh = take(pool, 16, 1024, 63);
-        for (std::size_t i = 1; i < fresh.size(); ++i)
-            ASSERT_EQ(static_cast<char*>(fresh[i - 1]) + 16, fresh[i]) << "round " << round;
+        ASSERT_TRUE(is_new_chunk(take(pool))) << "round " << round;
     }
 }
 
 TEST(Pool, WorksWhenThereAreMoreThanThreadsCache) {
-    std::vector<std::unique_ptr<TestPool, void (*)(TestPool*)>> pools;
-    for (int i = 0; i < 30; ++i)
-        pools.emplace_back(::new TestPool, [](TestPool* pool) {
-            pool->~TestPool();
-            ::operator delete(pool);
-        });
-    std::vector<std::vector<void*>> elements;
-    for (auto const& pool : pools) elements.push_back(take(*pool, 16, 1024, 200));
-    for (std::size_t i = 0; i < pools.size(); ++i) {
-        for (void* const element : elements[i]) pools[i]->Free(element);
-        for (std::size_t n = elements[i].size(); n-- > 0;)
-            EXPECT_EQ(elements[i][n], pools[i]->Alloc(16, 1024)) << "pool " << i;
+    std::deque<TestPool> pools(30);
+    for (TestPool& pool : pools) {
+        Elements const elements = take(pool, 600);
+        give(pool, elements);
+        for (std::size_t i = elements.size(); i-- > 0;)
+            ASSERT_EQ(elements[i], pool.Alloc(16, kChunkBytes)) << i;
     }
 }
 
@@ -190,4 +217,104 @@ TEST(PoolDeathTest, ServesStaticObjectsBeforeMainAndAfterItsEnd) {
 TEST(PoolDeathTest, OnTheHeapAborts) {
     EXPECT_DEATH(new Pool, "");
     EXPECT_DEATH(Pool::operator delete(nullptr), "");
+}
+
+TEST(PoolThreads, NoElementHasTwoOwners) {
+    unsigned const size = 32;
+    TestPool pool;
+    std::mutex mutex;
+    std::vector<unsigned char*> shared;  // made by one thread, freed by any
+    auto const work = [&](unsigned char mark) {
+        std::mt19937 random(mark);
+        std::vector<unsigned char*> held;
+        for (int step = 0; step < 30000; ++step) {
+            if (random() % 100 == 0) {
+                std::lock_guard<std::mutex> const lock(mutex);
+                held.swap(shared);
+                for (unsigned char* const element : held) std::memset(element, mark, size);
+            } else if (held.size() < 300 && random() % 2 == 0) {
+                held.push_back(static_cast<unsigned char*>(pool.Alloc(size, 4096)));
+                std::memset(held.back(), mark, size);
+            } else if (!held.empty()) {
+                unsigned char* const element = held.back();
+                held.pop_back();
+                ASSERT_EQ(size, std::count(element, element + size, mark)) << "step " << step;
+                pool.Free(element);
+            }
+        }
+        for (unsigned char* const element : held) pool.Free(element);
+    };
+    std::vector<std::thread> threads;
+    for (unsigned char mark = 1; mark <= 4; ++mark) threads.emplace_back(work, mark);
+    for (std::thread& thread : threads) thread.join();
+}
+
+TEST(PoolThreads, WhatAThreadFreedIsThereWhenItHasEnded) {
+    TestPool pool;
+    Elements elements;
+    std::thread([&] { give(pool, elements = take(pool)); }).join();
+    EXPECT_TRUE(are_free_again(pool, elements));
+
+    pthread_key_t key;  // made after the library's, so its destructor runs later
+    ASSERT_EQ(0, pthread_key_create(&key, free_in_key_destructor));
+    key_pool = &pool;
+    std::thread([&] {
+        Elements own = take(pool);
+        ASSERT_EQ(0, pthread_setspecific(key, own.back()));
+        own.pop_back();
+        give(pool, own);
+    }).join();
+    pthread_key_delete(key);
+    EXPECT_TRUE(are_free_again(pool, elements)) << "freed by a key's destructor";
+}
+
+TEST(PoolThreads, PoolsMayEndBeforeTheThreadsThatUsedThem) {
+    std::promise<void> used, ended;
+    Elements elements;
+    TestPool emptied;
+    std::thread thread;
+    {
+        TestPool ending;
+        thread = std::thread([&] {
+            give(ending, take(ending));
+            give(emptied, take(emptied));
+            used.set_value();
+            ended.get_future().wait();
+            TestPool successor;  // takes over the slot of the one that ended
+            EXPECT_TRUE(is_new_chunk(take(successor)));
+            EXPECT_TRUE(is_new_chunk(elements = take(emptied)));
+            give(emptied, elements);
+        });
+        used.get_future().wait();
+        emptied.Destroy();
+    }
+    ended.set_value();
+    thread.join();
+    EXPECT_TRUE(are_free_again(emptied, elements));
+}
+
+TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {
+    auto const use = [] {  // more than a thread caches
+        slist_t list;
+        for (int i = 0; i < 5000; ++i) list.append(nullptr);
+        return list.Len();
+    };
+    std::atomic<bool> stop(false);
+    auto const churn = [&] {
+        while (!stop) use();
+    };
+    std::thread one(churn), two(churn);
+    for (int i = 0; i < 30; ++i) {
+        pid_t const child = fork();
+        if (child == 0) {
+            alarm(20);  // a lock that nobody will open ends the child
+            _exit(use() == 5000 ? 0 : 1);
+        }
+        int status = -1;
+        ASSERT_EQ(child, waitpid(child, &status, 0));
+        EXPECT_EQ(0, status) << "child " << i;
+    }
+    stop = true;
+    one.join();
+    two.join();
 }
