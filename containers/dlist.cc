@@ -34,9 +34,10 @@ DLink* DList::Remove(int (*cmp)(DLink const*, void const*), void const* key) {
 
 int DList::RemoveLoop(int (*cmp)(DLink const*, void const*), void const* key,
                       int (*fn)(DLink*, void*), void* arg) {
-    return Ring::TakeAll(last, matches(cmp, key), [fn, arg](DLink* link) {
+    DList doomed;  // until all are found, since `key` may be one of them
+    return Ring::TakeAll(last, matches(cmp, key), [fn, arg, &doomed](DLink* link) {
         if (fn) fn(link, arg);
-        delete link;
+        doomed.Append(link);
     });
 }
 

@@ -45,11 +45,14 @@ olink_t* olist_t::remove(olist_cmpo_t const& cmp) {
 }
 
 int olist_t::removeLoop(int (*cmp)(olink_t const*, void const*), void const* key) {
-    return Ring::TakeAll(last, matches(cmp, key), [](olink_t* link) { delete link; });
+    olist_t doomed;  // until all are found, since `key` may be one of them
+    return Ring::TakeAll(last, matches(cmp, key),
+                         [&doomed](olink_t* link) { doomed.append(link); });
 }
 
 int olist_t::removeLoop(olist_cmpo_t& cmp) {
-    return Ring::TakeAll(last, matches(cmp), olist_cmpo_t::Del);
+    olist_t doomed;
+    return Ring::TakeAll(last, matches(cmp), [&doomed](olink_t* link) { doomed.append(link); });
 }
 
 void olist_t::clear() {

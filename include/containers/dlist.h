@@ -54,7 +54,7 @@ public:
     DLink* Remove(int (*cmp)(DLink const*, void const*), void const* key);
 
     // Unlinks every link for which `cmp(link, key)` is 0, calls `fn(link, arg)`, if it is not null,
-    // on each, deletes it, and returns how many there were.
+    // on each, deletes them, and returns how many there were. `key` may be, or lie in, one of them.
     int RemoveLoop(int (*cmp)(DLink const*, void const*), void const* key, int (*fn)(DLink*, void*),
                    void* arg);
 

@@ -70,7 +70,8 @@ public:
     olink_t* remove(int (*cmp)(olink_t const*, void const*), void const* key);
     olink_t* remove(olist_cmpo_t const& cmp);
 
-    // Deletes every link for which `cmp(link, key)` is 0 and returns how many there were.
+    // Deletes every link for which `cmp(link, key)` is 0 and returns how many there were. `key` may
+    // be, or lie in, one of the links.
     int removeLoop(int (*cmp)(olink_t const*, void const*), void const* key);
     int removeLoop(olist_cmpo_t& cmp);
 

@@ -1,5 +1,5 @@
-// Ring: the algorithms that all linked lists share. A list is a ring addressed by its last link, so
-// that both ends are one step away; the empty list is a null `last`.
+// Ring: the algorithms that all linked lists share; not for applications. A list is a ring
+// addressed by its last link, so that both ends are one step away; the empty list is a null `last`.
 //
 // Link has a member `next`, and `prev` too where kTwoWay is set; it makes Ring a friend. Nothing
 // here allocates or frees: a removed link belongs to whoever asked for it.
