@@ -38,7 +38,8 @@ public:
 
     // One element of `elemSize` bytes, aligned for any scalar. When none is free, a new chunk of
     // (chunkBytes - 8) / elemSize elements, at least one, is made and handed out in address order.
-    // All calls on one pool pass the same sizes. Throws std::bad_alloc with the pool unchanged.
+    // All calls on one pool pass the same `elemSize`. Throws std::bad_alloc with the pool
+    // unchanged.
     void* Alloc(unsigned elemSize, unsigned chunkBytes);
 
     // Gives `element`, which came from Alloc of this pool, back; null is ignored.

@@ -252,7 +252,23 @@ TEST(PoolThreads, NoElementHasTwoOwners) {
 TEST(PoolThreads, WhatAThreadFreedIsThereWhenItHasEnded) {
     TestPool pool;
     Elements elements;
-    std::thread([&] { give(pool, elements = take(pool)); }).join();
+    std::promise<void> taken, go;
+    std::thread thread([&] {
+        Elements const most = take(pool, 90), more = take(pool, 10);
+        elements = most;
+        taken.set_value();
+        go.get_future().wait();
+        give(pool, more);
+    });
+    taken.get_future().wait();
+    Elements const others = take(pool, 300);  // from behind those that the thread has at hand
+    for (void* const element : others) std::memset(element, 0xFF, 16);
+    go.set_value();
+    thread.join();
+    give(pool, elements);
+    give(pool, others);
+    for (std::size_t i = elements.size(); i < kChunk; ++i)
+        elements.push_back(behind(elements[0], 16, i));
     EXPECT_TRUE(are_free_again(pool, elements));
 
     pthread_key_t key;  // made after the library's, so its destructor runs later
@@ -294,21 +310,21 @@ TEST(PoolThreads, PoolsMayEndBeforeTheThreadsThatUsedThem) {
 }
 
 TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {
-    auto const use = [] {  // more than a thread caches
-        slist_t list;
-        for (int i = 0; i < 5000; ++i) list.append(nullptr);
-        return list.Len();
-    };
+    TestPool pool;
+    Elements const elements = take(pool, 2500);  // more than a thread keeps
     std::atomic<bool> stop(false);
-    auto const churn = [&] {
-        while (!stop) use();
+    auto const hold_the_lock = [&] {  // a chunk for each element, up to a limit
+        for (int i = 0; i < 500000 && !stop; ++i) pool.Alloc(16, 0);
     };
-    std::thread one(churn), two(churn);
+    std::thread one(hold_the_lock), two(hold_the_lock);
     for (int i = 0; i < 30; ++i) {
         pid_t const child = fork();
         if (child == 0) {
             alarm(20);  // a lock that nobody will open ends the child
-            _exit(use() == 5000 ? 0 : 1);
+            void* element = nullptr;
+            give(pool, elements);
+            for (std::size_t n = 0; n < elements.size(); ++n) element = pool.Alloc(16, 0);
+            _exit(element == elements[0] ? 0 : 1);
         }
         int status = -1;
         ASSERT_EQ(child, waitpid(child, &status, 0));
