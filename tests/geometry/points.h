@@ -4,8 +4,13 @@
 
 #include <geometry/gu_types.h>
 
+#include <algorithm>
+#include <cstring>
+#include <iterator>
 #include <ostream>
 #include <random>
+#include <sstream>
+#include <string>
 #include <vector>
 
 using Points = std::vector<gu_point_t>;
@@ -21,6 +26,23 @@ inline std::ostream& operator<<(std::ostream& os, gu_point_t const& p) {
     return os << '(' << p.x << ',' << p.y << ')';
 }
 
+// The numbers in a text, whatever stands between them.
+inline std::vector<int> NumbersOf(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return !std::strchr("-0123456789", c); }, ' ');
+    std::istringstream in(text);
+    return std::vector<int>(std::istream_iterator<int>(in), {});
+}
+
+// The same, in pairs, from the number `first` on.
+inline Points PointsOf(std::string const& text, std::size_t first = 0) {
+    auto const numbers = NumbersOf(text);
+    Points points;
+    for (std::size_t i = first; i < numbers.size(); i += 2)
+        points.push_back({numbers[i], numbers[i + 1]});
+    return points;
+}
+
 // From -reach to reach, both included.
 inline gu_coord_t RandomCoord(std::mt19937& random, int reach) {
     auto const span = 2 * static_cast<unsigned>(reach) + 1;
@@ -29,10 +51,7 @@ inline gu_coord_t RandomCoord(std::mt19937& random, int reach) {
 
 inline Points RandomPoints(std::mt19937& random, int count, int reach) {
     Points points(static_cast<std::size_t>(count));
-    for (auto& p : points) {
-        p.x = RandomCoord(random, reach);
-        p.y = RandomCoord(random, reach);
-    }
+    for (auto& p : points) p = {RandomCoord(random, reach), RandomCoord(random, reach)};
     return points;
 }
 
