@@ -1,4 +1,5 @@
-/* Calls the plain functions from C11; prints what differs and ends with the number of differences. */
+/* Calls the plain functions from C11; prints what differs and ends with the number of differences.
+ */
 #include <geometry/gu_intersection.h>
 #include <geometry/gu_measure.h>
 #include <geometry/gu_outline.h>
