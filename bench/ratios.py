@@ -14,6 +14,12 @@ def nanoseconds(benchmark):
     return benchmark["real_time"] * {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}[benchmark["time_unit"]]
 
 
+def order(entry):
+    """By workload, then by the numbers among the arguments."""
+    workload, arguments = entry[0]
+    return workload, [(int(n) if n.isdigit() else -1, n) for n in arguments.replace(":", " ").split()]
+
+
 def main(paths):
     ours, peers = {}, {}
     for path in paths:
@@ -23,6 +29,7 @@ def main(paths):
                     continue
                 workload, subject, *arguments = benchmark["run_name"].split("/")
                 arguments = " ".join(a for a in arguments if a not in ("real_time", "process_time"))
+                arguments = benchmark.get("label") or arguments
                 if subject == "korbase":
                     ours[workload, arguments] = nanoseconds(benchmark)
                 else:
@@ -31,7 +38,7 @@ def main(paths):
         sys.exit("ratios.py: no results")
     print("| workload | size | peer | ours, ns | peer, ns | ratio |")
     print("|---|---|---|---|---|---|")
-    for (workload, arguments), time in ours.items():
+    for (workload, arguments), time in sorted(ours.items(), key=order):
         for peer, peer_time in peers.get((workload, arguments), {"": None}).items():
             ratio = f"{peer_time:.3g} | {time / peer_time:.2f}" if peer_time else "|"
             print(f"| {workload} | {arguments} | {'`' + peer + '`' if peer else ''} | {time:.3g} | {ratio} |")

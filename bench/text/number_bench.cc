@@ -78,6 +78,7 @@ struct Charconv {  // std::from_chars and std::to_chars
 template <class Subject>
 void BM_Parse(benchmark::State& state) {
     char const* text = kNumbers[state.range(0)];
+    state.SetLabel(text);
     for (auto _ : state) {
         benchmark::DoNotOptimize(text);
         benchmark::DoNotOptimize(Subject::Parse(text));
