@@ -40,7 +40,7 @@ def main(paths):
     print("|---|---|---|---|---|---|")
     for (workload, arguments), time in sorted(ours.items(), key=order):
         for peer, peer_time in peers.get((workload, arguments), {"": None}).items():
-            ratio = f"{peer_time:.3g} | {time / peer_time:.2f}" if peer_time else "|"
+            ratio = f"{peer_time:.3g} | {time / peer_time:.2g}" if peer_time else "|"
             print(f"| {workload} | {arguments} | {'`' + peer + '`' if peer else ''} | {time:.3g} | {ratio} |")
 
 

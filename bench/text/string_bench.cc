@@ -30,11 +30,11 @@ void BM_Copy(benchmark::State& state) {
 BENCHMARK_TEMPLATE(BM_Copy, KorbaseShared)->Name("copy a shared string/korbase");
 BENCHMARK_TEMPLATE(BM_Copy, StdShared)->Name("copy a shared string/std::shared_ptr");
 
-// A batch of strings of range(0) characters made, then dropped.
-template <class String>
+// A batch of strings of `kLength` characters made, then dropped.
+template <class String, int kLength>
 void BM_Make(benchmark::State& state) {
     constexpr int kBatch = 64;
-    std::string const text(static_cast<std::size_t>(state.range(0)), 'x');
+    std::string const text(kLength, 'x');
     for (auto _ : state) {
         String strings[kBatch];
         for (auto& s : strings) s = String(text.c_str());
@@ -42,18 +42,17 @@ void BM_Make(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * kBatch);
 }
-BENCHMARK_TEMPLATE(BM_Make, String_t)
-    ->Name("make a string/korbase")
-    ->Arg(16)
-    ->Arg(64)
-    ->ThreadRange(1, 2)
-    ->UseRealTime();
-BENCHMARK_TEMPLATE(BM_Make, std::string)
-    ->Name("make a string/std::string")
-    ->Arg(16)
-    ->Arg(64)
-    ->ThreadRange(1, 2)
-    ->UseRealTime();
+#define MAKE_STRINGS(name, length)                \
+    BENCHMARK_TEMPLATE(BM_Make, String_t, length) \
+        ->Name(name "/korbase")                   \
+        ->ThreadRange(1, 2)                       \
+        ->UseRealTime();                          \
+    BENCHMARK_TEMPLATE(BM_Make, std::string, 64)  \
+        ->Name(name "/std::string of 64")         \
+        ->ThreadRange(1, 2)                       \
+        ->UseRealTime()
+MAKE_STRINGS("make a string of 16", 16);
+MAKE_STRINGS("make a string of 64", 64);
 
 // Eight characters out of a long text.
 void BM_SubStrKorbase(benchmark::State& state) {
