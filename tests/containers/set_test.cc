@@ -1,0 +1,196 @@
+#include "containers/set.h"
+
+#include <gtest/gtest.h>
+
+#include <bitset>
+#include <random>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Members = std::set<unsigned>;
+
+Members MembersOf(Set const& s) {
+    Members members;
+    Setiterator next(s);
+    for (int i = next(); i >= 0; i = next()) members.insert(static_cast<unsigned>(i));
+    return members;
+}
+
+TEST(Set, IsMadeFromListsAndTexts) {
+    int list[] = {40, 3, -1, 3};
+    EXPECT_EQ((Members{3, 40}), MembersOf(Set(4, list)));
+    EXPECT_EQ((Members{3, 5}), MembersOf(Set(5, 3, 0)));
+    EXPECT_EQ((Members{5}), MembersOf(Set(5, 0, 7)));  // 0 ends the arguments
+    EXPECT_EQ((Members{0, 9}), MembersOf(Set(0, 9, -2, 4)));
+    EXPECT_EQ((Members{2}), MembersOf(Set(-1, 2, 0)));
+
+    Set s(95);
+    EXPECT_EQ(2U, s.num_words());  // a rest of the division does not count
+    s.add(100);
+    EXPECT_EQ(4U, s.num_words());
+    s.remove(200);
+    EXPECT_EQ(7U, s.num_words());
+    EXPECT_EQ(0U, Set("").num_words());
+    EXPECT_EQ(0U, Set(0).max());
+}
+
+TEST(Set, AddsMemberLists) {
+    struct {
+        char const* text;
+        Members want;
+    } const rows[] = {
+        {"1,3,5-7", {1, 3, 5, 6, 7}},
+        {" 1\t- 3 ,\t12", {1, 2, 3, 12}},
+        {"7-5", {}},
+        {"31-32", {31, 32}},
+        {",,4,", {4}},
+        {"1 2", {2}},
+        {"1-2 3-4", {1, 2, 3, 4}},
+        {"3-,5", {5}},
+        {"3-", {}},
+        {"", {}},
+        {nullptr, {}},
+        {"99999999999999999999-1", {}},  // saturates
+    };
+    for (auto const& row : rows) {
+        EXPECT_EQ(row.want, MembersOf(Set(row.text))) << row.text;
+        Set s(9, 0);
+        s.add(row.text);
+        Members want = row.want;
+        want.insert(9);
+        EXPECT_EQ(want, MembersOf(s)) << row.text;
+    }
+    Set complemented(3, 40, 0);
+    complemented.add("-3,5");
+    EXPECT_EQ(61U, complemented.size());
+    EXPECT_FALSE(complemented.contains(3) || complemented.contains(5) || complemented.contains(40));
+    complemented.add("-");
+    EXPECT_EQ((Members{3, 5, 40}), MembersOf(complemented));
+}
+
+TEST(Set, ReportsASyntaxErrorAndStaysUnchanged) {
+    struct {
+        char const *text, *token;
+    } const rows[] = {
+        {"1;2", "\";\""}, {"3--5", "\"-\""}, {"1-2-3", "\"-\""}, {"--4", "\"-\""}, {"x", "\"x\""},
+    };
+    for (auto const& row : rows) {
+        Set s(9, 0);
+        testing::internal::CaptureStderr();
+        s.add(row.text);
+        EXPECT_EQ("Set::add(const char*): syntax error near " + std::string(row.token) + "\n",
+                  testing::internal::GetCapturedStderr());
+        EXPECT_TRUE(s == Set(9, 0)) << row.text;
+    }
+}
+
+TEST(Set, GetWritesOnlyMembersBelowTheNumberOfWords) {
+    Set s("0,1,40");
+    int out[] = {-7, -7, -7};
+    EXPECT_EQ(3U, s.get(out));
+    EXPECT_EQ((std::vector<int>{0, 1, -7}), std::vector<int>(out, out + 3));
+}
+
+TEST(Set, FollowsAModel) {
+    using Model = std::bitset<224>;
+    std::mt19937 random(31);
+    Set sets[3] = {Set(0), Set(64), Set(0)};
+    Model models[3];
+    for (int step = 0; step < 4000; ++step) {
+        auto const target = random() % 3, source = random() % 3;
+        auto const i = static_cast<unsigned>(random() % (step % 10 == 0 ? 200 : 60));
+        Set& s = sets[target];
+        Set const& other = sets[source];
+        Model& model = models[target];
+        Model const model_other = models[source];
+        switch (random() % 24) {
+            case 0: s |= other, model |= model_other; break;
+            case 1: s &= other, model &= model_other; break;
+            case 2: s -= other, model &= ~model_other; break;
+            case 3: s ^= other, model ^= model_other; break;
+            case 4: s = other, model = model_other; break;
+            case 5: ~s, model = ~model & ~Model() >> (model.size() - 32 * s.num_words()); break;
+            case 6: s.clear(), model.reset(); break;
+            case 7: s = Set(64), model.reset(); break;
+            case 8:
+            case 9:
+            case 10: s.remove(i), model.reset(i); break;
+            default: s.add(i), model.set(i);
+        }
+        Members members;
+        for (unsigned m = 0; m < model.size(); ++m)
+            if (model[m]) members.insert(m);
+        ASSERT_EQ(members, MembersOf(s)) << step;
+        ASSERT_EQ(members, Members(s.begin(), s.end())) << step;
+        ASSERT_EQ(members.size(), s.size()) << step;
+        ASSERT_EQ(members.empty() ? 0 : *members.rbegin() + 1, s.max()) << step;
+        ASSERT_EQ(model[i], s.contains(i)) << step;
+        ASSERT_EQ((model & models[source]).any(), s && other) << step;
+        if (s.num_words() <= other.num_words() + 1) {
+            ASSERT_EQ((model & ~models[source]).none(), s <= other) << step;
+        }
+    }
+}
+
+TEST(Set, ComparesWordsRatherThanMembers) {
+    Set narrow(1, 0), wide(1, 0);
+    wide.bumpsize(95);
+    EXPECT_FALSE(narrow == wide);
+    EXPECT_TRUE(wide <= narrow);
+    wide.add(64);
+    EXPECT_TRUE(wide <= narrow);  // only the first extra word counts
+    wide.add(63);
+    EXPECT_FALSE(wide <= narrow);
+}
+
+TEST(SetFixed, StaysInTheCallersWords) {
+    set_word_t words[] = {99, 99, 0xABCD};
+    Set s(2, words);
+    EXPECT_EQ(0U, s.size());
+    s.add(63);
+    s.add(64);
+    s.remove(65);
+    s |= Set("1,64-90");
+    EXPECT_EQ((std::vector<set_word_t>{2, 0x80000000U, 0xABCD}),
+              std::vector<set_word_t>(words, words + 3));
+
+    set_word_t more[2];
+    Set same(2, more, s);
+    EXPECT_TRUE(same == s);
+    Set copy(s), moved(std::move(same));
+    copy.add(64);
+    moved.add(64);
+    EXPECT_EQ(2U, s.num_words());
+    EXPECT_EQ((Members{1, 63, 64}), MembersOf(copy));
+    EXPECT_EQ((Members{1, 63, 64}), MembersOf(moved));
+    s = Set(64);
+    EXPECT_EQ(0U, words[0] | words[1]);
+}
+
+TEST(Setiterator, CopiesAndStartsAgain) {
+    Set const s("2,31,32,99");
+    Setiterator i(s);
+    EXPECT_EQ(2, i());
+    Setiterator const before = i++;
+    EXPECT_EQ(31U, *before);
+    EXPECT_EQ(32, i());
+    EXPECT_EQ(99, i());
+    EXPECT_EQ(-1, i());
+    ++i;
+    EXPECT_EQ(-1, i());
+    i.Reset();
+    EXPECT_EQ(2, i());
+    EXPECT_EQ(-1, Setiterator(Set(64))());
+}
+
+TEST(SetDeathTest, FixedSetsTakeOnlyTheirOwnNumberOfWords) {
+    set_word_t words[2];
+    EXPECT_DEATH(Set(2, words, Set(32)), R"(containers/set\.cc:[0-9]+:.*n == s\.num)");
+    EXPECT_DEATH(Set(2, words) = Set(96), R"(containers/set\.cc:[0-9]+:.*num == s\.num)");
+}
+
+}  // namespace
