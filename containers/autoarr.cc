@@ -1,0 +1,3 @@
+#include "generic/autoarr"
+
+template class AutoArr<char>;
