@@ -1,7 +1,8 @@
-// Conversions of floating-point values to integers that are defined for every input.
+// Conversions to 32-bit integers that are defined for every input.
 #ifndef KORBASE_BASE_SATURATE_H
 #define KORBASE_BASE_SATURATE_H
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -14,6 +15,12 @@ inline std::int32_t SaturateToInt32(double value) {
     if (value <= static_cast<double>(lowest)) return lowest;
     if (value >= static_cast<double>(highest)) return highest;
     return value != value ? 0 : static_cast<std::int32_t>(value);
+}
+
+// The nearest value in range.
+inline std::int32_t SaturateToInt32FromLong(long value) {
+    return static_cast<std::int32_t>(std::clamp<long>(
+        value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
 }  // namespace korbase_detail
