@@ -1,0 +1,146 @@
+#include "text/format.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <iostream>
+#include <random>
+#include <sstream>
+#include <string>
+
+#include "tests/support/texts.h"
+#include "text/strfmt.h"
+
+namespace {
+
+template <class T>
+std::string Printf(std::string const& format, int width, int precision, T value) {
+    char buffer[512];
+    std::snprintf(buffer, sizeof buffer, format.c_str(), std::max(width, 0), precision, value);
+    return buffer;
+}
+
+TEST(StrFormat, PrintsDirectivesAndEscapes) {
+    std::string const blanks(65, ' '), zeros(40, '0');
+    struct {
+        std::string format, args, want;  // args separated by commas, ~ is null
+    } const rows[] = {
+        {"", "", ""},
+        {"%%|%d|%+d% d%+s|%hd%lu%Lg|%i%#i", "12abc,1,2,t,1,2,3,010,0x10", "%|12|12t|123|100"},
+        {"%d|%g|%s|%c|%b|%*.*d|%x", "", "0|0||||0|0"},  // missing, then null and empty
+        {"%5s|%d|%c|%b|%.2s|%d|%s|%c|%f", "~,~,~,~,~,,,,", "(nil)|0|||(n|0|||0.000000"},
+        {"%5.3d|%-5.3d|%5.3d|%1.3d|%.3d|%5d", "7,7,1234,5,-7,-7",
+         "  007|007  |  1234|005|0-7|   -7"},
+        {"%5c|%.0c|%05d|%.d|%.s|%.f", "xy,z,7,0,abc,2.5", "x|z|    7|0||2"},
+        {"%*d|%-*s|%.*s|%*d", "4,1,3,x,2,abc,-4,1", "   1|x  |ab|1"},
+        {"%65s%" + zeros + "3d", ",1", blanks + "  1"},
+        // what a directive leaves for the next ones
+        {"%-3d|%.3d|", "1,2", "1  |200|"},
+        {"%x %d %u %X %d %o %i", "26,26,10,26,26,8,8", "1a 1a a 1A 1A 10 10"},
+        {"%E %g %x %e", "1,1e20,10,2", "1.000000E+00 1E+20 a 2.000000e+00"},
+        {"%.3d %10f %5d %.1f %5f", "1,1,1,1,1", "001 001.000000     1 1.0   1.0"},
+        {"%x \\x41 %.2f \\010 %s", "1,2,t", "1 41 2.00 8 t"},
+        {R"(\a\b\f\n\r\t\v\\\"\c)", "", "\a\b\f\n\r\t\v\\\"c"},
+        {R"(\x41 \x1234 \xCg \0 \0101 \01234 \08)", "", "65 2914 12g 0 65 834 08"},
+        {"%b%s", "1%d\\x41,\\n", "1%d65\\n"}};
+    for (auto const& row : rows) {
+        Texts args(row.args);
+        std::ostringstream out;
+        EXPECT_EQ(args.Count(), StrFormat(out, row.format.c_str(), args.Count(), args.Vector()));
+        EXPECT_EQ(row.want, out.str()) << row.format;
+    }
+    EXPECT_EQ(-1, StrFormat(std::cout, nullptr, 0, nullptr));
+    Texts unused("x,y");
+    EXPECT_EQ(0, StrFormat(std::cout, "%%", unused.Count(), unused.Vector()));
+}
+
+TEST(StrFormat, ComplainsAndGoesOn) {
+    std::string const highest = std::to_string(ULONG_MAX);
+    struct {
+        std::string format, args, want, complaints;
+    } const rows[] = {
+        {"%u|%o|", highest + ',' + highest, highest + '|' + Printf("%*.*lo", 0, -1, LONG_MAX) + '|',
+         highest + ": Numerical result out of range\n"},
+        {"%d", "abc", "0", "abc: expected a numeric value\n"},
+        {"%f|%*s", "-,z,q", "0.000000|q",
+         "-: expected a numeric value\nz: expected a numeric value\n"},
+        {"%E", "1e999", "INF", "1e999: Numerical result out of range\n"},
+        {"%.99999999999999999999s", "abc", "abc",
+         "99999999999999999999: Numerical result out of range\n"},
+        {"\\xg", "", "0g", "missing hexadecimal number in escape\n"},
+        {"\\q\\%d\\", "", "q%d", "\\q: invalid escape\n\\%: invalid escape\n\\: invalid escape\n"},
+        {"%b", "1\\", "1", "\\: invalid escape\n"}};
+    for (auto const& row : rows) {
+        Texts args(row.args);
+        std::ostringstream out;
+        testing::internal::CaptureStderr();
+        StrFormat(out, row.format.c_str(), args.Count(), args.Vector());
+        EXPECT_EQ(row.complaints, testing::internal::GetCapturedStderr());
+        EXPECT_EQ(row.want, out.str()) << row.format;
+    }
+}
+
+TEST(StrFmt, TakesOrdinaryArguments) {
+    std::ostringstream out;
+    char const unterminated[] = {'a', 'b', 'c'};
+    EXPECT_EQ(-1, StrFmt(out, nullptr));
+    EXPECT_EQ(0, StrFmt(out, ""));
+    EXPECT_EQ(4, StrFmt(out, "%%%d%b%.3s|", -5, "\\x41", unterminated));
+    EXPECT_EQ(3, StrFmt(out, "%-*c%b%s|", -3, 'c', nullptr, ""));
+    EXPECT_EQ(4, StrFmt(out, "%u %x %X %o", -1, -1, 0x80000000u, -1));
+    EXPECT_EQ("%-565abc|c|4294967295 ffffffff 80000000 37777777777", out.str());
+}
+
+// Both functions beside snprintf, with fields below 0 for those not given. `text` is the value.
+template <class T>
+void Compare(char const* flag, int width, int precision, char conversion, T value,
+             std::string const& text) {
+    std::string const stars = std::string("%") + flag + "*.*" + conversion;
+    std::string want = Printf(stars, width, precision, value);
+    if (std::is_integral_v<T> && precision >= 0) {
+        want = Printf(stars, 0, -1, value);
+        want.insert(0, static_cast<std::size_t>(std::max(precision - int(want.size()), 0)), '0');
+        std::string const blanks(static_cast<std::size_t>(std::max(0, width - precision)), ' ');
+        want = *flag ? want + blanks : blanks + want;
+    }
+    std::ostringstream from_values, from_texts;
+    StrFmt(from_values, stars.c_str(), width, precision, value);
+    ASSERT_EQ(want, from_values.str()) << stars << ' ' << width << ' ' << precision << ' ' << text;
+
+    std::string format = std::string("%") + flag;
+    if (width >= 0) format += std::to_string(width);
+    if (precision >= 0) format += '.' + std::to_string(precision);
+    Texts args(text);
+    StrFormat(from_texts, (format + conversion).c_str(), args.Count(), args.Vector());
+    ASSERT_EQ(want, from_texts.str()) << format << ' ' << text;
+}
+
+TEST(StrFormat, AgreesWithSnprintfAsDoesStrFmt) {
+    std::mt19937 random(14);
+    auto const below = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+    for (int round = 0; round < 10000 && !HasFatalFailure(); ++round) {
+        char const* const flag = below(2) ? "-" : "";
+        int const width = below(14) - 2, precision = below(14) - 4;
+        int const number = static_cast<int>(random()) >> below(32);
+        int const natural = number & 0x7FFFFFFF;  // texts are read as the platform's long
+        std::string const text = std::to_string(number), real = std::to_string(number / 1024.0);
+        Compare(flag, width, precision, "di"[below(2)], number, text);
+        Compare(flag, width, precision, "ouxX"[below(4)], natural, std::to_string(natural));
+        Compare(flag, width, precision, "feEgG"[below(5)], std::stod(real), real);
+        Compare(flag, width, precision, 's', text.c_str(), text);
+    }
+}
+
+TEST(StrFormatDeathTest, UnknownDirectivesAbort) {
+    for (std::string const letter : {"y", "%", "l", ""}) {
+        std::string const begin = "%" + letter + ": invalid directive\n.*text/";
+        std::string const format = "%5.2l" + letter, end = R"(:[0-9]+: .*print_direc\(.*`0')";
+        EXPECT_DEATH(StrFormat(std::cout, format.c_str(), 0, nullptr), begin + "format\\.cc" + end);
+        EXPECT_DEATH(StrFmt(std::cout, format.c_str()), begin + "strfmt\\.cc" + end);
+    }
+    EXPECT_DEATH(StrFmt(std::cout, "%s", nullptr), R"(text/strfmt\.cc:[0-9]+: .*text != nullptr)");
+}
+
+}  // namespace
