@@ -1,0 +1,133 @@
+// Tokenizer, splitter and list functions, beside models on std::string.
+#include "text/stringtok.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <utility>
+
+#include "text/stringsplitter.h"
+#include "text/strlist.h"
+
+namespace {
+
+// The pieces, each with a bar behind it.
+std::string Tokens(char const* text, char const* separators) {
+    StringTok next(text);
+    std::string pieces;
+    while (char const* const piece = next(separators)) pieces += piece + std::string("|");
+    EXPECT_EQ(nullptr, next("#"));  // stays exhausted, also for other separators
+    return pieces;
+}
+
+std::string Pieces(StringSplitter splitter) {
+    std::string pieces;
+    for (; !splitter.Done(); splitter.Next()) pieces += splitter.Get() + std::string("|");
+    splitter.Next();
+    EXPECT_EQ(nullptr, splitter.Get());
+    return pieces;
+}
+
+std::string Listed(char const* text, char const* separators) {
+    TOList<String_t> list;
+    int const count = Split(text, list, separators);
+    EXPECT_EQ(count, list.Len());
+    std::string pieces;
+    for (String_t const& value : list) pieces += value.Get() + std::string("|");
+    return pieces;
+}
+
+TEST(TextPieces, AgreeWithEditedText) {
+    std::mt19937 random(15);
+    for (int round = 0; round < 5000; ++round) {
+        std::string text(random() % 12, ' ');
+        for (char& c : text) c = "ab,; #"[random() % 6];
+        std::string const separators = round % 2 ? "," : ",;";
+        std::string want = text;
+        for (char& c : want) c = separators.find(c) == std::string::npos ? c : '|';
+        EXPECT_EQ(want + '|', Listed(text.c_str(), separators.c_str()));
+        if (!want.empty() && want.back() != '|') want += '|';
+        EXPECT_EQ(want, Pieces(StringSplitter(text.c_str(), separators.c_str()))) << text;
+        for (std::size_t at; (at = ('|' + want).find("||")) != std::string::npos;)
+            want.erase(at, 1);
+        EXPECT_EQ(want, Tokens(text.c_str(), separators.c_str())) << text;
+    }
+}
+
+TEST(TextPieces, OfNullAndOfEmptySets) {
+    EXPECT_EQ("", Tokens(nullptr, ",") + Pieces({nullptr, ",", " "}) + Listed(nullptr, ","));
+    EXPECT_EQ("a,b|", Tokens("a,b", nullptr));
+    EXPECT_EQ("a,b|", Pieces({"a,b", nullptr}));
+    EXPECT_EQ("a,b|", Listed("a,b", nullptr));
+}
+
+TEST(StringSplitter, Trims) {
+    struct {
+        char const *text, *want;
+    } const rows[] = {{" a b . ,. ,,c", "a b|||c|"},
+                      {"a, .", "a|"},
+                      {" ,,.", "||"},
+                      {". .", ""},
+                      {"a .,b", "a|b|"}};
+    for (auto const& row : rows) EXPECT_EQ(row.want, Pieces(StringSplitter(row.text, ",", " .")));
+    EXPECT_EQ("a|b|", Pieces(StringSplitter(",a,,b,", ",", ",")));
+}
+
+TEST(StringTok, TellsTheSeparatorAndSharesItsTextWithCopies) {
+    StringTok next("::a::b;c");
+    EXPECT_EQ('\0', next.Sep());
+    char const* const a = next(":");
+    EXPECT_EQ(':', next.Sep());
+    StringTok copy(next);
+    EXPECT_STREQ("b;c", copy(":"));
+    EXPECT_EQ('\0', copy.Sep());
+    EXPECT_STREQ("b", next(":;"));
+    EXPECT_EQ(';', next.Sep());
+    copy = std::move(next);
+    EXPECT_EQ(nullptr, next(":"));  // NOLINT(bugprone-use-after-move): as documented
+    EXPECT_STREQ("c", copy(""));
+    EXPECT_STREQ("a", a);
+}
+
+TEST(StringSplitter, SharesWhatItIsBoundTo) {
+    String_t const text("a, b ,c");
+    StringSplitter splitter("x", ",", " ");
+    splitter.Bind(text);
+    EXPECT_STREQ("a", text);  // cut with the splitter
+    StringSplitter copy(splitter);
+    splitter.Next();
+    EXPECT_STREQ("b", splitter.Get());
+    EXPECT_STREQ("a", copy.Get());
+    copy = std::move(splitter);
+    EXPECT_TRUE(splitter.Done());  // NOLINT(bugprone-use-after-move): as documented
+    copy.Next();
+    EXPECT_STREQ("c", copy.Get());
+    copy.Bind(String_t());
+    EXPECT_TRUE(copy.Done());
+}
+
+TEST(StrList, JoinsAndCompares) {
+    String_t const a("a"), null;
+    struct {
+        String_t a, b;
+        char const *separator, *want;
+    } const rows[] = {{"a", "b", "--", "a--b"}, {"a", {}, nullptr, "a"}, {{}, {}, nullptr, nullptr},
+                      {{}, {}, "", ""},         {{}, "b", "-", "-b"},    {"", {}, nullptr, ""}};
+    for (auto const& row : rows) EXPECT_STREQ(row.want, Concat(row.a, row.b, row.separator));
+    EXPECT_NE(a.Get(), Concat(a, null, nullptr).Get());  // a text of its own
+
+    TOList<String_t> list;
+    EXPECT_STREQ(nullptr, Concat(list, ','));
+    list.Append(null);
+    EXPECT_STREQ("", Concat(list, ','));
+    list.Append("Top");
+    list.Append("b");
+    EXPECT_STREQ(",Top,b", Concat(list, ','));
+    String_t const key("TOP");
+    EXPECT_EQ(nullptr, list.Find(StrListCmp, &key));
+    EXPECT_STREQ("Top", *list.Find(StrListCaseCmp, &key));
+    EXPECT_EQ(1, list.Remove(StrListCmp, &null));
+}
+
+}  // namespace
