@@ -1,0 +1,87 @@
+#include "text/vars.h"
+
+#include <gtest/gtest.h>
+#include <regex.h>
+
+#include <map>
+#include <random>
+#include <string>
+
+namespace {
+
+std::string Substituted(Vars const& vars, char const* text, int keep_unknown) {
+    TVarr<char> out(1);
+    out.App('#');
+    char* const result = vars.Substitute(out, text, keep_unknown);
+    EXPECT_EQ(out.Get(), result);
+    EXPECT_EQ(std::string(result).size() + 1, out.Len());
+    return result;
+}
+
+// By a regular expression: a name in braces that may stay open, or one that may swallow a brace.
+std::string Model(std::map<std::string, std::string> const& vars, std::string text, bool keep) {
+    regex_t reference;
+    regcomp(&reference, "\\$(\\{([^}]*)\\}?|([A-Za-z0-9_]*)\\}?)", REG_EXTENDED);
+    std::string result;
+    for (regmatch_t m[4]; regexec(&reference, text.c_str(), 4, m, 0) == 0;) {
+        auto const part = [&](regmatch_t r) {
+            return r.rm_so < 0 ? "" : text.substr(r.rm_so, r.rm_eo - r.rm_so);
+        };
+        std::string const name = part(m[2]) + part(m[3]);
+        std::string const unknown = m[2].rm_so < 0 ? '$' + name : part(m[0]);
+        auto const known = vars.find(name);
+        result += text.substr(0, m[0].rm_so);
+        result += name.empty() ? "$" : known != vars.end() ? known->second : keep ? unknown : "";
+        text.erase(0, m[0].rm_eo);
+    }
+    regfree(&reference);
+    return result + text;
+}
+
+TEST(Vars, SubstituteAgreesWithAModel) {
+    std::map<std::string, std::string> const known = {
+        {"a", "1"}, {"b_", "$a}"}, {"", "no"}, {"2", ""}};
+    Vars vars;
+    for (auto const& [name, value] : known) vars.Add(name.c_str(), value.c_str());
+    vars.Add(2, nullptr);
+    std::mt19937 random(16);
+    for (int round = 0; round < 20000; ++round) {
+        std::string text(random() % 10, ' ');
+        for (char& c : text) c = "$$${}ab_2. "[random() % 11];
+        bool const keep = round % 2 != 0;
+        ASSERT_EQ(Model(known, text, keep), Substituted(vars, text.c_str(), keep)) << text;
+    }
+    EXPECT_EQ("", Substituted(vars, nullptr, 1));
+}
+
+TEST(Vars, AddReadsSettings) {
+    struct {
+        char const *settings, *text, *want;
+    } const rows[] = {{nullptr, "$a.", "."},
+                      {"a=1:x:y", "$1|$2|$3|$a", "|x|y|1"},
+                      {"a=1:b=$a2:c=${a}2", "$b|$c", "|12"},
+                      {"::a=1:: \tb = \n2 ", "${b }|$a|$b", "2 |1|"},
+                      {"a=x=y:=z: :$a", "$a|$3|$4|${}", "x=y||x=y|$"},
+                      {"a=1:a=$a$a:b=$later:later=2", "$a|$b|$later", "11||2"}};
+    for (auto const& row : rows) {
+        Vars vars;
+        vars.Add(row.settings);
+        EXPECT_EQ(row.want, Substituted(vars, row.text, 0)) << row.settings;
+    }
+}
+
+TEST(Vars, KeepItsMarkerAndReplacesValues) {
+    Vars percent('%'), none('\0');
+    percent.Add(-3, "first");
+    percent.Add("-3", "second");
+    percent.Add("null", String_t());
+    EXPECT_EQ("second$a.%a", Substituted(percent, "%{-3}$a%null.%a", 1));
+    EXPECT_TRUE(percent.Find("null")->IsNull());
+    EXPECT_EQ(nullptr, percent.Find("3"));
+    EXPECT_EQ("$a", Substituted(none, "$a", 0));
+    Vars const copy(percent);
+    percent.Add("-3", "third");
+    EXPECT_STREQ("second", *copy.Find("-3"));
+}
+
+}  // namespace
