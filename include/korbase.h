@@ -10,18 +10,24 @@
 #include <containers/bnode.h>
 #include <containers/dlist.h>
 #include <containers/dplist.h>
+#include <containers/hash_records.h>
 #include <containers/objectbase.h>
 #include <containers/olist.h>
 #include <containers/pool.h>
 #include <containers/ring.h>
+#include <containers/set.h>
 #include <containers/slist.h>
+#include <containers/varr.h>
 #include <geometry/ctree_node.h>
 #include <geometry/gu_angle.h>
+#include <geometry/gu_arc.h>
 #include <geometry/gu_intersection.h>
 #include <geometry/gu_measure.h>
 #include <geometry/gu_outline.h>
+#include <geometry/gu_sizing.h>
 #include <geometry/gu_trapezoids.h>
 #include <geometry/gu_types.h>
+#include <geometry/stroke.h>
 #include <text/argumentvector.h>
 #include <text/bytestring.h>
 #include <text/except.h>
@@ -46,6 +52,8 @@
 #include <text/strlist.h>
 #include <text/urlcode.h>
 #include <text/vars.h>
+#include <generic/autoarr>
+#include <generic/gohash>
 #include <generic/gstringcmp>
 #include <generic/mapkey>
 #include <generic/tmap>
@@ -54,5 +62,6 @@
 #include <generic/tshsort>
 #include <generic/tsortedvector>
 #include <generic/tvarr>
+#include <generic/tvector>
 
 #endif

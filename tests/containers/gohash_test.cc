@@ -1,0 +1,285 @@
+#include <generic/gohash>
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/containers/hash_model.h"
+
+namespace {
+
+using Table = OHashTable<String_t, StrCnt>;
+
+String_t Text(Name const& name) { return name ? String_t(name->c_str()) : String_t(); }
+
+StrCnt Record(Name const& name, int value) {
+    StrCnt record(Text(name));
+    record.cnt = value;
+    return record;
+}
+
+// Few names, so that they meet again: numbered ones, which the hash clusters, short, long, bytes
+// beyond 127, "" and null.
+Name RandomName(std::mt19937& random) {
+    unsigned const kind = random() % 40, number = random() % 150;
+    if (kind == 0) return {};
+    if (kind == 1) return "";
+    if (kind < 20) return "net" + std::to_string(number);
+    std::string const stem(kind % 13, static_cast<char>(kind % 3 ? 'a' + kind : 250));
+    return stem + static_cast<char>('a' + number % 26) + stem;
+}
+
+// The records of `table` are those of `model`, at the same distances.
+void ExpectSame(HashModel const& model, Table const& table) {
+    ASSERT_EQ(model.card, table.Card());
+    ASSERT_EQ(model.slots.size(), table.Size());
+    OHashIterator<String_t, StrCnt> next(table);
+    StrCnt* first = nullptr;
+    std::size_t first_slot = 0;
+    for (std::size_t i = 0; i < model.slots.size(); ++i) {
+        auto const& slot = model.slots[i];
+        if (slot.state != 1) continue;
+        StrCnt* const record = next();
+        ASSERT_NE(nullptr, record);
+        if (!first) first = record, first_slot = i;
+        ASSERT_EQ(i - first_slot, static_cast<std::size_t>(record - first));
+        ASSERT_EQ(Text(slot.key), record->str);
+        ASSERT_EQ(slot.value, record->cnt);
+    }
+    ASSERT_EQ(nullptr, next());
+    ASSERT_EQ(nullptr, next());
+}
+
+// One random call on both. `raw` also puts and deletes slots directly.
+void Step(std::mt19937& random, HashModel& model, Table& table, bool raw) {
+    Name const name = RandomName(random);
+    String_t const key = Text(name);
+    int const value = static_cast<int>(random() % 1000), at = model.Find(name);
+    StrCnt const record = Record(name, value);
+    unsigned const slot = random() % table.Size();
+    switch (random() % (raw ? 25 : 23)) {
+        default: {
+            StrCnt* const added = random() % 2 ? table.Add(record) : table += record;
+            ASSERT_EQ(model.Add(name, value), added != nullptr);
+            break;
+        }
+        case 0:
+        case 1:
+            model.Add(name, value);
+            ASSERT_EQ(model.slots[static_cast<std::size_t>(model.Find(name))].value,
+                      table[record]->cnt);
+            break;
+        case 2:
+        case 3:
+        case 4:
+        case 5:
+        case 6:
+        case 7: {
+            StrCnt* const gone = value % 2 ? table.Del(key) : table -= record;
+            ASSERT_EQ(at >= 0, gone != nullptr);
+            if (at < 0) break;
+            model.Erase(static_cast<std::size_t>(at));
+            ASSERT_TRUE(gone->str.IsNull());
+            ASSERT_EQ(0, gone->cnt);
+            break;
+        }
+        case 8:
+        case 9:
+        case 10: {
+            StrCnt const* const found = value % 2 ? table.Find(key) : table.Find(record);
+            ASSERT_EQ(at >= 0, found != nullptr);
+            ASSERT_EQ(at >= 0, table & key);
+            if (found) {
+                ASSERT_EQ(model.slots[static_cast<std::size_t>(at)].value, found->cnt);
+            }
+            break;
+        }
+        case 11: {
+            unsigned const n = random() % 3 ? model.card + random() % 40 : random() % 300;
+            if (random() % 4) break;
+            model.Resize(n);
+            table.Resize(n);
+            break;
+        }
+        case 12: {
+            OHashIterator<String_t, StrCnt> next(table);
+            ASSERT_EQ(nullptr, next.Del());
+            for (auto& s : model.slots) {
+                if (s.state != 1) continue;
+                ASSERT_NE(nullptr, next());
+                if (random() % 30) continue;
+                model.Erase(static_cast<std::size_t>(&s - model.slots.data()));
+                ASSERT_NE(nullptr, next.Del());
+                ASSERT_EQ(nullptr, next.Del());
+            }
+            break;
+        }
+        case 13: {
+            Table copy(table), moved(std::move(table));
+            ASSERT_EQ(0U, table.Card());  // NOLINT(bugprone-use-after-move)
+            ASSERT_EQ(nullptr, table.Find(key));
+            if (value % 2)
+                table = copy;
+            else
+                table = std::move(moved);
+            break;
+        }
+        case 14:
+            if (random() % 8) break;
+            model = HashModel(static_cast<unsigned>(model.slots.size()));
+            table.Clear();
+            break;
+        case 23:
+            if (model.slots[slot].state == 1) break;
+            model.Put(slot, name, value);
+            table._Add(slot, record);
+            break;
+        case 24:
+            if (model.card == 0) break;
+            model.Erase(slot);
+            table._Del(slot);
+            break;
+    }
+}
+
+TEST(Gohash, PutsRecordsWhereTheDocumentedProbesEnd) {
+    std::mt19937 random(23);
+    for (int round = 0; round < 120; ++round) {
+        unsigned const n = round % 3 ? random() % 12 + 1 : random() % 130;
+        HashModel model(n);
+        Table table(n);
+        for (int step = 0; step < 300; ++step) {
+            Step(random, model, table, false);
+            ExpectSame(model, table);
+            if (HasFatalFailure()) FAIL() << "round " << round << " step " << step;
+        }
+    }
+}
+
+TEST(Gohash, DirectlyUsedSlotsAreFoundAsFarAsTheProbesReachThem) {
+    std::mt19937 random(24);
+    for (int round = 0; round < 80; ++round) {
+        HashModel model(0);
+        Table table(0);
+        for (int step = 0; step < 200; ++step) {
+            // More deletions than records leave a table without an empty slot.
+            bool full = true;
+            for (auto const& s : model.slots) full = full && s.state == 1;
+            if (full) break;
+            Step(random, model, table, true);
+            ExpectSame(model, table);
+            if (HasFatalFailure()) FAIL() << "round " << round << " step " << step;
+        }
+        EXPECT_EQ(nullptr, table._Add(table.Size(), StrCnt()));
+        EXPECT_EQ(nullptr, table._Del(table.Size()));
+    }
+}
+
+TEST(Gohash, LargeTablesKeepTheSlotsOfTheModel) {
+    for (char const* const stem : {"net", "x/y/bus_"}) {
+        HashModel model(0);
+        Table table(0);
+        for (int i = 0; i < 3000; ++i) {
+            std::string const name = stem + std::to_string(i * 7 % 3000);
+            model.Add(name, i);
+            table.Add(Record(name, i));
+            if (i % 3) continue;
+            std::string const old = stem + std::to_string(i / 2 * 7 % 3000);
+            int const at = model.Find(old);
+            if (at >= 0) model.Erase(static_cast<std::size_t>(at));
+            EXPECT_EQ(at >= 0, table.Del(Text(old)) != nullptr);
+        }
+        ExpectSame(model, table);
+        Name const name = stem + std::to_string(1234);
+        StrCnt const* const place = table[Record(name, 0)];
+        model.Add(name, 0);
+        EXPECT_EQ(place, table._Del(0) + model.Find(name));
+    }
+}
+
+TEST(Gohash, HashesAndSizesAreThoseInTheManual) {
+    struct {
+        char const* text;
+        unsigned want;
+    } const rows[] = {{nullptr, 0}, {"", 0}, {"a", 97}, {"ab", 1650}, {"\xff", 255}};
+    for (auto const& row : rows) EXPECT_EQ(row.want, GHash(row.text));
+
+    Table table(0);
+    EXPECT_EQ(100U, table.Size());
+    for (int i = 0; i < 88; ++i) table.Add(StrCnt(std::to_string(i).c_str()));
+    EXPECT_EQ(100U, table.Size());
+    EXPECT_EQ(nullptr, table.Add(*table.begin()));  // present, but at the limit: grows all the same
+    EXPECT_EQ(200U, table.Size());
+    for (int i = 88; i < 100; ++i) table.Add(StrCnt(std::to_string(i).c_str()));
+    table.Resize(0);
+    EXPECT_EQ(200U, table.Size());
+    table.Resize(101);  // full at 89: doubles on the way
+    EXPECT_EQ(202U, table.Size());
+    EXPECT_EQ(100U, table.Card());
+}
+
+TEST(Gohash, MapsAndSets) {
+    OHashTable<String_t, StrStrMap> map;
+    map += {"layer", "metal1"};
+    map[{"layer", "poly"}]->value += "x";
+    EXPECT_STREQ("metal1x", map.Find(String_t("layer"))->value);
+    OHashTable<String_t, TabStr> set(3);
+    for (char const* const name : {"a", "b", "a", "c"}) set += String_t(name);
+    unsigned count = 0;
+    for (TabStr const& entry : set) count += set & entry;
+    EXPECT_EQ(3U, count);
+}
+
+struct Fragile {
+    String_t key;
+    int payload = 0;
+    static int copies_left;
+
+    Fragile() = default;
+    explicit Fragile(char const* s) : key(s) {}
+    Fragile(Fragile const& other) : key(other.key) { Spend(); }
+    Fragile& operator=(Fragile const& other) {
+        Spend();
+        key = other.key;
+        return *this;
+    }
+    static void Spend() {
+        if (copies_left-- == 0) throw 7;
+    }
+};
+int Fragile::copies_left = -1;
+
+TEST(Gohash, AFailedCopyLeavesTheTableAsItWas) {
+    for (int copies = 0; copies < 8; ++copies) {
+        OHashTable<String_t, Fragile> table(7);
+        std::vector<Fragile const*> places;
+        for (char const* const name : {"a", "b", "c", "d", "e", "f"})
+            places.push_back(table.Add(Fragile(name)));
+        if (copies > 3) table.Add(Fragile("g"));
+        Fragile::copies_left = copies;
+        if (copies > 3)
+            EXPECT_THROW(table.Add(Fragile("h")), int);
+        else
+            EXPECT_THROW(table.Resize(50), int);
+        Fragile::copies_left = -1;
+        EXPECT_EQ(copies > 3 ? 7U : 6U, table.Card());
+        EXPECT_EQ(7U, table.Size());
+        for (std::size_t i = 0; i < 6; ++i)
+            EXPECT_EQ(places[i],
+                      table.Find(String_t(std::string(1, static_cast<char>('a' + i)).c_str())));
+        EXPECT_EQ(nullptr, table.Find(String_t("h")));
+        EXPECT_NE(nullptr, table.Add(Fragile("h")));
+    }
+}
+
+TEST(GohashDeathTest, AFullTableThatCountsTooLittleAborts) {
+    Table full(2);
+    full._Add(0, StrCnt("a"));
+    full._Add(1, StrCnt("b"));
+    full._Del(1);
+    full._Del(1);
+    full._Add(1, StrCnt("b"));
+    EXPECT_DEATH(full.Add(StrCnt("c")), R"(include/generic/gohash:[0-9]+:.*bestspot < size)");
+}
+
+}  // namespace
