@@ -10,6 +10,7 @@
 #include <containers/bnode.h>
 #include <containers/dlist.h>
 #include <containers/dplist.h>
+#include <containers/hash_index.h>
 #include <containers/hash_records.h>
 #include <containers/objectbase.h>
 #include <containers/olist.h>

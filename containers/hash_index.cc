@@ -1,0 +1,208 @@
+#include "containers/hash_index.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace korbase_detail {
+
+namespace {
+
+typedef std::uint64_t Word;
+Word const kAll = ~Word{0};
+
+// `n` zero bits, and ones up to the end of the last word.
+void Reset(Word* bits, std::size_t n) {
+    std::fill(bits, bits + n / 64, 0);
+    if (n % 64) bits[n / 64] = kAll << n % 64;
+}
+
+std::size_t FirstZero(Word word) { return static_cast<std::size_t>(__builtin_ctzll(~word)); }
+
+// The first word from `from` on, of `n`, that has a zero bit; `n` if none has.
+std::size_t OpenWord(Word const* bits, std::size_t from, std::size_t n) {
+    while (from < n && bits[from] == kAll) ++from;
+    return from;
+}
+
+// The first zero bit from `from` on in `words` words; -1 if there is none.
+std::int64_t ZeroBit(Word const* bits, std::size_t words, std::size_t from) {
+    std::size_t word = from / 64;
+    if (word >= words) return -1;
+    Word const below = (Word{1} << from % 64) - 1;
+    Word at = bits[word] | below;
+    if (at == kAll) {
+        word = OpenWord(bits, word + 1, words);
+        if (word == words) return -1;
+        at = bits[word];
+    }
+    return static_cast<std::int64_t>(word * 64 + FirstZero(at));
+}
+
+// `bytes` bytes as a number, the first one lowest.
+template <std::size_t bytes>
+std::uint64_t Load(char const* text) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, bytes);
+    return __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__ ? __builtin_bswap64(word) : word;
+}
+
+std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
+    hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
+    hash = (hash ^ hash >> 32) * 0xBF58476D1CE4E5B9U;
+    return hash ^ hash >> 32;
+}
+
+std::uint32_t Scramble(std::uint32_t x) {  // no two give the same
+    x = (x ^ x >> 15) * 0x2C1B3C6DU;
+    return (x ^ x >> 13) * 0x297A2D39U;
+}
+
+// The first 8 bytes of a short text, and the next 4; zeros behind its end.
+struct ShortText {
+    std::uint64_t head, tail;
+};
+
+// Overlapping loads with what they have in common shifted out: no branch depends on the length.
+ShortText Pack4To12(char const* text, std::size_t length) {
+    std::size_t const middle = std::min<std::size_t>(length - 4, 4);
+    std::size_t const excess = std::min<std::size_t>(12 - length, 4);
+    return {Load<4>(text) | Load<4>(text + middle) >> 8 * (4 - middle) << 32,
+            Load<4>(text + length - 4) >> 8 * excess};
+}
+
+ShortText Pack(char const* text, std::size_t length) {
+    if (length >= 4) return Pack4To12(text, length);
+    std::uint64_t head = 0;
+    for (std::size_t i = 0; i < length; ++i) head |= Load<1>(text + i) << 8 * i;
+    return {head, 0};
+}
+
+}  // namespace
+
+HashIndex::HashIndex(std::uint32_t n) : HashIndex() {
+    if (n == 0) return;
+    unsigned bits = 1;
+    while (((std::uint64_t{1} << bits) - (std::uint64_t{1} << bits) / 8) <= n && bits < 32) ++bits;
+    std::uint64_t const count = std::uint64_t{1} << bits;
+    if (count > std::numeric_limits<std::size_t>::max() / sizeof(Entry)) throw std::bad_alloc();
+    size = n;
+    mask = static_cast<std::size_t>(count - 1);
+    shift = 32 - bits;
+    texts.reset(new Text[n]);
+    entries.reset(new Entry[mask + 1]);
+    used.reset(new Word[Words()]);
+    full.reset(new Word[FullWords()]);
+    Clear();
+}
+
+HashIndex::HashIndex(HashIndex const& other) : HashIndex(other.size) {
+    if (size == 0) return;
+    std::copy(other.used.get(), other.used.get() + Words(), used.get());
+    std::copy(other.full.get(), other.full.get() + FullWords(), full.get());
+    std::copy(other.entries.get(), other.entries.get() + mask + 1, entries.get());
+    for (std::uint32_t slot = 0; slot < size; ++slot)
+        if (IsUsed(slot)) texts[slot] = other.texts[slot];
+}
+
+void HashIndex::Swap(HashIndex& other) noexcept {
+    std::swap(size, other.size);
+    std::swap(mask, other.mask);
+    std::swap(shift, other.shift);
+    texts.swap(other.texts);
+    entries.swap(other.entries);
+    used.swap(other.used);
+    full.swap(other.full);
+}
+
+// Mark and hash give a short text back: its head is the mark, and under a given head the hash
+// scrambles the tail.
+HashIndex::Fingerprint HashIndex::Print(char const* text) {
+    std::size_t const length = text ? std::strlen(text) : 0;
+    if (length <= 12) {
+        ShortText const packed = Pack(text, length);
+        auto const key = static_cast<std::uint32_t>(Mix(0, packed.head) >> 32);
+        return {packed.head, Scramble(key ^ static_cast<std::uint32_t>(packed.tail))};
+    }
+    std::uint64_t hash = length;
+    for (std::size_t i = 0; i + 8 < length; i += 8) hash = Mix(hash, Load<8>(text + i));
+    hash = Mix(hash, Load<8>(text + length - 8));
+    return {hash << 8, static_cast<std::uint32_t>(hash >> 32)};
+}
+
+// The home slot, or the first free one from the second slot of the probe sequence on, all around.
+std::uint32_t HashIndex::FreeSlot(std::uint32_t place) const {
+    std::uint32_t const quotient = place / size, home = place % size;
+    if (!IsUsed(home)) return home;
+    std::uint32_t const step = quotient < size ? quotient : quotient % size;
+    std::uint64_t const second = std::uint64_t{home} + (step ? step : 1);
+    return FreeFrom(static_cast<std::uint32_t>(second < size ? second : second - size));
+}
+
+std::uint32_t HashIndex::FreeFrom(std::uint32_t slot) const {
+    Word const below = (Word{1} << slot % 64) - 1;
+    Word const here = used[slot / 64] | below;
+    if (here != kAll) return static_cast<std::uint32_t>(slot / 64 * 64 + FirstZero(here));
+    std::int64_t word = ZeroBit(full.get(), FullWords(), slot / 64 + 1);
+    if (word < 0) word = ZeroBit(full.get(), FullWords(), 0);
+    if (word < 0) return kNone;
+    return static_cast<std::uint32_t>(static_cast<std::size_t>(word) * 64 + FirstZero(used[word]));
+}
+
+void HashIndex::Use(std::uint32_t slot, std::uint32_t place, Fingerprint const& print) {
+    texts[slot] = {print.mark, print.hash, place};
+    Word& word = used[slot / 64];
+    word |= Word{1} << slot % 64;
+    if (word == kAll) full[slot / 4096] |= Word{1} << slot / 64 % 64;
+    std::size_t i = Home(print.hash);
+    while (entries[i].slot != kNone) i = Next(i);
+    entries[i] = {print.hash, slot};
+}
+
+// The entries behind the one that goes move up as far as their homes allow.
+void HashIndex::Free(std::uint32_t slot) {
+    used[slot / 64] &= ~(Word{1} << slot % 64);
+    full[slot / 4096] &= ~(Word{1} << slot / 64 % 64);
+    std::size_t gap = Home(texts[slot].hash);
+    while (entries[gap].slot != slot) gap = Next(gap);
+    for (std::size_t i = Next(gap); entries[i].slot != kNone; i = Next(i)) {
+        std::size_t const home = Home(entries[i].hash);
+        if (((i - home) & mask) < ((i - gap) & mask)) continue;
+        entries[gap] = entries[i];
+        gap = i;
+    }
+    entries[gap].slot = kNone;
+}
+
+void HashIndex::Clear() {
+    if (size == 0) return;
+    Reset(used.get(), size);
+    Reset(full.get(), Words());
+    std::fill(entries.get(), entries.get() + mask + 1, Entry{0, kNone});
+}
+
+HashIndex HashIndex::Rebuilt(std::uint32_t n, std::uint32_t* moved) const {
+    std::vector<std::uint32_t> order;
+    for (std::uint32_t slot = 0; slot < size; ++slot)
+        if (IsUsed(slot)) order.push_back(slot);
+    for (;;) {
+        HashIndex fresh(n);
+        std::size_t const count = std::min<std::size_t>(order.size(), n - n / 8);
+        for (std::size_t i = 0; i < count; ++i) {
+            Text const& text = texts[order[i]];
+            std::uint32_t const slot = fresh.FreeSlot(text.place);
+            fresh.Use(slot, text.place, {text.mark, text.hash});
+            moved[order[i]] = slot;
+        }
+        if (count == order.size()) return fresh;
+        std::sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(count),
+                  [moved](std::uint32_t a, std::uint32_t b) { return moved[a] < moved[b]; });
+        if (n > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
+        n *= 2;
+    }
+}
+
+}  // namespace korbase_detail

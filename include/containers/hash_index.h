@@ -1,0 +1,103 @@
+// korbase_detail::HashIndex: what OHashTable (generic/gohash) knows beside its slots, so that no
+// call has to walk along a run of used ones.
+//
+// A lookup goes through an open-addressing table of its own, from a fingerprint of the text to the
+// slot: linear probing, at most 7/8 full, no tombstones. The fingerprint of a text of up to 12
+// characters is the text itself, scrambled, so that no text has to be read. The place of a new text
+// is computed: it is the first slot of its probe sequence that is not in use, which bit sets of the
+// used slots and of their full words give in a few steps. Hash and fingerprint of each text are
+// kept, so that growing reads no text either.
+#ifndef KORBASE_CONTAINERS_HASH_INDEX_H
+#define KORBASE_CONTAINERS_HASH_INDEX_H
+
+#include <korbase_api.h>
+
+#include <cstdint>
+#include <memory>
+
+namespace korbase_detail {
+
+class KORBASE_API HashIndex {
+public:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;  // no slot
+
+    struct Fingerprint {
+        std::uint64_t mark;
+        std::uint32_t hash;
+
+        // Whether no other text has this fingerprint; otherwise the lowest byte of `mark` is 0.
+        bool Unique() const { return (mark & 0xFF) != 0; }
+    };
+
+    // All `n` slots are free.
+    explicit HashIndex(std::uint32_t n);
+    HashIndex(HashIndex const& other);
+    // A moved-from index is one of no slots.
+    HashIndex(HashIndex&& other) noexcept : HashIndex() { Swap(other); }
+    HashIndex& operator=(HashIndex other) noexcept {
+        Swap(other);
+        return *this;
+    }
+
+    // The same for null and "".
+    static Fingerprint Print(char const* text);
+
+    std::uint32_t Size() const { return size; }
+    // The slot of the text with this fingerprint, or kNone; `same` tells whether a slot has that
+    // text where the fingerprint leaves it open.
+    template <class Same>  // bool Same(std::uint32_t slot)
+    std::uint32_t Find(Fingerprint const& print, Same const& same) const {
+        if (size == 0) return kNone;
+        for (std::size_t i = Home(print.hash);; i = Next(i)) {
+            Entry const entry = entries[i];
+            if (entry.slot == kNone) return kNone;
+            if (entry.hash == print.hash && texts[entry.slot].mark == print.mark &&
+                (print.Unique() || same(entry.slot)))
+                return entry.slot;
+        }
+    }
+    // The slot for a new text with this GHash, or kNone when all are in use.
+    std::uint32_t FreeSlot(std::uint32_t place) const;
+
+    // A text has come to a free slot, or is gone from a slot in use.
+    void Use(std::uint32_t slot, std::uint32_t place, Fingerprint const& print);
+    void Free(std::uint32_t slot);
+    bool IsUsed(std::uint32_t slot) const { return used[slot / 64] >> slot % 64 & 1; }
+    void Clear();
+
+    // The index after all texts of this one went, in slot order, to a table that starts with `n`
+    // slots and doubles at 7/8 load. moved[slot] becomes the new slot of each text.
+    HashIndex Rebuilt(std::uint32_t n, std::uint32_t* moved) const;
+
+private:
+    typedef std::uint64_t Word;
+    struct Entry {
+        std::uint32_t hash;
+        std::uint32_t slot;
+    };
+    struct Text {
+        std::uint64_t mark;  // its fingerprint
+        std::uint32_t hash;
+        std::uint32_t place;  // its GHash
+    };
+
+    HashIndex() noexcept : size(0), mask(0), shift(0) {}
+    void Swap(HashIndex& other) noexcept;
+    std::size_t Words() const { return (std::size_t{size} + 63) / 64; }
+    std::size_t FullWords() const { return (Words() + 63) / 64; }
+    std::size_t Home(std::uint32_t hash) const { return hash >> shift; }
+    std::size_t Next(std::size_t i) const { return (i + 1) & mask; }
+    std::uint32_t FreeFrom(std::uint32_t slot) const;
+
+    std::uint32_t size;
+    std::size_t mask;               // entries, a power of 2 above size, less 1
+    unsigned shift;                 // from the hash of a fingerprint to an entry
+    std::unique_ptr<Text[]> texts;  // by slot
+    std::unique_ptr<Entry[]> entries;
+    std::unique_ptr<Word[]> used;  // a bit for each slot; those behind the last one are set
+    std::unique_ptr<Word[]> full;  // a bit for each word of `used` without a zero, likewise
+};
+
+}  // namespace korbase_detail
+
+#endif
