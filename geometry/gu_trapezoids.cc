@@ -11,16 +11,17 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
-#include <memory>
-#include <new>
 
 #include "base/saturate.h"
 #include "geometry/radix_sort.h"
+#include "geometry/slabs.h"
 #include "geometry/wrap.h"
 
+using korbase_detail::CountPairs;
+using korbase_detail::ForEachEdge;
 using korbase_detail::RadixSort;
 using korbase_detail::SaturateToInt32;
+using korbase_detail::Scratch;
 using korbase_detail::WrapSub;
 
 namespace {
@@ -35,59 +36,9 @@ bool BeforeInSlab(SweepEdge const& a, SweepEdge const& b) {
     return a.x != b.x ? a.x < b.x : a.at < b.at;
 }
 
-// `n` records without a value, on the stack while they are few.
-template <class T>
-class Scratch {
-public:
-    explicit Scratch(std::size_t n) : many(n > kFew ? new T[n] : nullptr) {}
-    T* Get() { return many ? many.get() : few; }
-
-private:
-    static std::size_t const kFew = 128;
-    T few[kFew];
-    std::unique_ptr<T[]> many;
-};
-
-// Calls visit(lower, upper) for each edge that is not horizontal.
-template <class Visit>
-void ForEachEdge(unsigned stride, unsigned count, void const* points, Visit visit) {
-    auto const point = [=](unsigned i) {
-        gu_point_t p;
-        std::memcpy(&p, static_cast<char const*>(points) + std::size_t{i} * stride, sizeof p);
-        return p;
-    };
-    for (unsigned i = 0; i < count; ++i) {
-        gu_point_t const from = point(i > 0 ? i - 1 : count - 1), to = point(i);
-        if (from.y < to.y)
-            visit(from, to);
-        else if (to.y < from.y)
-            visit(to, from);
-    }
-}
-
 void SortByLowerEnd(SweepEdge* edges, unsigned count) {
     Scratch<SweepEdge> spare(count);
     RadixSort(edges, spare.Get(), count, [](SweepEdge const& e) { return e.at; });
-}
-
-// The number of trapezoids of edges that are sorted by their lower ends: half the sum, over all
-// slabs, of the edges that cross the slab.
-std::uint64_t CountTrapezoids(SweepEdge const* edges, unsigned count) {
-    Scratch<gu_coord_t> scratch(std::size_t{2} * count);
-    gu_coord_t* const ends = scratch.Get();
-    for (unsigned i = 0; i < count; ++i) ends[i] = edges[i].y_end;
-    RadixSort(ends, ends + count, count, [](gu_coord_t y) { return y; });
-
-    std::uint64_t pieces = 0;
-    unsigned begun = 0;
-    for (unsigned ended = 0; ended < count;) {
-        gu_coord_t y = ends[ended];
-        if (begun < count) y = std::min(y, edges[begun].at);
-        while (begun < count && edges[begun].at == y) ++begun;
-        while (ended < count && ends[ended] == y) ++ended;
-        pieces += begun - ended;
-    }
-    return pieces / 2;
 }
 
 class Sweep {
@@ -172,14 +123,16 @@ unsigned gu_polygon_to_trapezoids(unsigned stride, unsigned count, void const* p
     Scratch<SweepEdge> scratch(edge_count);
     SweepEdge* const edges = scratch.Get();
     SweepEdge* end = edges;
-    ForEachEdge(stride, count, points, [&](gu_point_t const& lower, gu_point_t const& upper) {
+    ForEachEdge(stride, count, points, [&](gu_point_t const& from, gu_point_t const& to) {
+        auto const& [lower, upper] =
+            std::minmax(from, to, [](auto const& a, auto const& b) { return a.y < b.y; });
         *end++ = {lower.x, lower.y, upper.x, upper.y};
     });
     SortByLowerEnd(edges, edge_count);
 
-    std::uint64_t const total = CountTrapezoids(edges, edge_count);
-    if (total > UINT32_MAX) throw std::bad_array_new_length();
-    auto const length = static_cast<unsigned>(total);
+    unsigned const length = CountPairs(
+        edges, edge_count, [](SweepEdge const& e) { return e.at; },
+        [](SweepEdge const& e) { return e.y_end; });
     out.Reset();
     out.Extend(length);
     out.Adjust(length);

@@ -25,9 +25,11 @@
 #include <geometry/gu_intersection.h>
 #include <geometry/gu_measure.h>
 #include <geometry/gu_outline.h>
+#include <geometry/gu_rects.h>
 #include <geometry/gu_sizing.h>
 #include <geometry/gu_trapezoids.h>
 #include <geometry/gu_types.h>
+#include <geometry/octree_node.h>
 #include <geometry/stroke.h>
 #include <text/argumentvector.h>
 #include <text/bytestring.h>
