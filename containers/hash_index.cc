@@ -13,6 +13,7 @@ namespace {
 
 typedef std::uint64_t Word;
 Word const kAll = ~Word{0};
+std::uint64_t const kOdd = 0x9E3779B97F4A7C15U;  // 2^64 / golden ratio
 
 // `n` zero bits, and ones up to the end of the last word.
 void Reset(Word* bits, std::size_t n) {
@@ -51,14 +52,9 @@ std::uint64_t Load(char const* text) {
 }
 
 std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
-    hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
+    hash = (hash ^ word) * kOdd;
     hash = (hash ^ hash >> 32) * 0xBF58476D1CE4E5B9U;
     return hash ^ hash >> 32;
-}
-
-std::uint32_t Scramble(std::uint32_t x) {  // no two give the same
-    x = (x ^ x >> 15) * 0x2C1B3C6DU;
-    return (x ^ x >> 13) * 0x297A2D39U;
 }
 
 // The first 8 bytes of a short text, and the next 4; zeros behind its end.
@@ -124,8 +120,9 @@ HashIndex::Fingerprint HashIndex::Print(char const* text) {
     std::size_t const length = text ? std::strlen(text) : 0;
     if (length <= 12) {
         ShortText const packed = Pack(text, length);
-        auto const key = static_cast<std::uint32_t>(Mix(0, packed.head) >> 32);
-        return {packed.head, Scramble(key ^ static_cast<std::uint32_t>(packed.tail))};
+        auto const key = static_cast<std::uint32_t>(packed.head * kOdd >> 32);
+        std::uint32_t const both = key ^ static_cast<std::uint32_t>(packed.tail);
+        return {packed.head, (both ^ both >> 15) * 0x2C1B3C6DU};
     }
     std::uint64_t hash = length;
     for (std::size_t i = 0; i + 8 < length; i += 8) hash = Mix(hash, Load<8>(text + i));

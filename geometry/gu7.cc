@@ -105,19 +105,17 @@ private:
 
 unsigned gu_polygon_to_rects(unsigned stride, unsigned count, void const* points,
                              TVarr<gu_rect_t>& out) {
-    unsigned edge_count = 0;
-    ForEachEdge(stride, count, points, [&](auto const&, auto const&) { ++edge_count; });
-    if (edge_count == 0) {
-        out.Reset();
-        return 0;
-    }
-
-    Scratch<OEdge_t> scratch(edge_count);
+    Scratch<OEdge_t> scratch(count);
     OEdge_t* const edges = scratch.Get();
     OEdge_t* end = edges;
     ForEachEdge(stride, count, points, [&](gu_point_t const& from, gu_point_t const& to) {
         *end++ = {std::min(from.y, to.y), std::max(from.y, to.y), from.x};
     });
+    auto const edge_count = static_cast<unsigned>(end - edges);
+    if (edge_count == 0) {
+        out.Reset();
+        return 0;
+    }
     SortEdges(edges, edge_count);
 
     unsigned const length = CountPairs(

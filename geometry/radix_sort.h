@@ -1,5 +1,6 @@
 // Sorting by a 32-bit signed key in linear time: least-significant-digit radix sort, one byte at a
-// time. Few elements are sorted by comparisons, which cost less than counting digits.
+// time that the keys do not share. Few elements are sorted by comparisons, which cost less than
+// counting digits.
 #ifndef KORBASE_GEOMETRY_RADIX_SORT_H
 #define KORBASE_GEOMETRY_RADIX_SORT_H
 
@@ -13,6 +14,13 @@ namespace korbase_detail {
 // has room for `n` elements, too.
 template <class T, class Key>
 void RadixSort(T* a, T* spare, unsigned n, Key key) {
+    std::uint32_t differ = 0;  // the bits in which any two keys differ
+    bool sorted = true;
+    for (unsigned i = 1; i < n; ++i) {
+        differ |= static_cast<std::uint32_t>(key(a[i]) ^ key(a[i - 1]));
+        sorted &= key(a[i - 1]) <= key(a[i]);
+    }
+    if (sorted) return;
     if (n <= 64) {
         std::sort(a, a + n, [key](T const& x, T const& y) { return key(x) < key(y); });
         return;
@@ -20,12 +28,12 @@ void RadixSort(T* a, T* spare, unsigned n, Key key) {
     T* from = a;
     T* to = spare;
     for (int shift = 0; shift < 32; shift += 8) {
+        if ((differ >> shift & 0xFFU) == 0) continue;
         auto const digit = [key, shift](T const& t) {
             return (static_cast<std::uint32_t>(key(t)) ^ 0x80000000U) >> shift & 0xFFU;
         };
         unsigned place[256] = {};
         for (unsigned i = 0; i < n; ++i) ++place[digit(from[i])];
-        if (place[digit(from[0])] == n) continue;  // all keys share this byte
 
         unsigned before = 0;
         for (unsigned& p : place) before += std::exchange(p, before);

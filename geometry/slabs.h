@@ -39,10 +39,12 @@ inline gu_point_t PointAt(unsigned stride, void const* points, unsigned i) {
 // first.
 template <class Visit>
 void ForEachEdge(unsigned stride, unsigned count, void const* points, Visit visit) {
+    if (count == 0) return;
+    gu_point_t from = PointAt(stride, points, count - 1);
     for (unsigned i = 0; i < count; ++i) {
-        gu_point_t const from = PointAt(stride, points, i > 0 ? i - 1 : count - 1);
         gu_point_t const to = PointAt(stride, points, i);
         if (from.y != to.y) visit(from, to);
+        from = to;
     }
 }
 

@@ -32,10 +32,8 @@ public:
         outline.set(corners.begin(), corners.end());
     }
     unsigned Decompose() {
-        boost::polygon::polygon_90_set_data<int> set(boost::polygon::VERTICAL);
-        set.insert(outline);
         out.clear();
-        set.get_rectangles(out, boost::polygon::HORIZONTAL);
+        boost::polygon::get_rectangles(out, outline, boost::polygon::HORIZONTAL);
         return static_cast<unsigned>(out.size());
     }
 

@@ -23,7 +23,7 @@ extern "C" {
 // `out` then holds the rectangles only: by their lower y, then from left to right; none is merged
 // with one above or below. Returns their number, 0 for an outline without height.
 //
-// Takes one growth of `out` and, for more than 128 edges, memory in proportion to them that goes
+// Takes one growth of `out` and, for more than 128 points, memory in proportion to them that goes
 // back at the end. Throws std::bad_alloc with `out` empty or unchanged. Any thread may call it.
 KORBASE_API unsigned gu_polygon_to_rects(unsigned stride, unsigned count, void const* points,
                                          TVarr<gu_rect_t>& out);
