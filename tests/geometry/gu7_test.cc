@@ -21,32 +21,29 @@ namespace {
 
 using Rects = std::vector<gu_rect_t>;
 
-// Points in records of `stride` bytes.
-std::vector<char> Records(Points const& points, std::size_t stride) {
+// What `call` makes of the points in records of `stride` bytes.
+template <class Call>
+Rects RectsOf(Points const& points, unsigned stride, Call call) {
     std::vector<char> records(stride * points.size() + 1);
     for (std::size_t i = 0; i < points.size(); ++i)
         std::memcpy(&records[i * stride], &points[i], sizeof points[i]);
-    return records;
-}
-
-Rects Decompose(Points const& points, unsigned stride = sizeof(gu_point_t)) {
     TVarr<gu_rect_t> out(1, VARR_DOUBLE);
     out.App({9, 9, 9, 9});  // must go
-    auto const count = static_cast<unsigned>(points.size());
-    auto const records = Records(points, stride);
-    unsigned const length = gu_polygon_to_rects(stride, count, records.data(), out);
+    unsigned const length = call(static_cast<unsigned>(points.size()), records.data(), out);
     EXPECT_EQ(length, out.Len());
     return Rects(out.begin(), out.end());
+}
+
+Rects Decompose(Points const& points, unsigned stride = 8) {
+    return RectsOf(points, stride, [=](unsigned count, char const* records, auto& out) {
+        return gu_polygon_to_rects(stride, count, records, out);
+    });
 }
 
 Rects Widen(Points const& points, gu_coord_t width, gu_PathType_t ends, unsigned stride = 8) {
-    TVarr<gu_rect_t> out(1, VARR_DOUBLE);
-    out.App({9, 9, 9, 9});
-    auto const count = static_cast<unsigned>(points.size());
-    auto const records = Records(points, stride);
-    unsigned const length = gu_path_to_rects(stride, count, records.data(), width, ends, out);
-    EXPECT_EQ(length, out.Len());
-    return Rects(out.begin(), out.end());
+    return RectsOf(points, stride, [=](unsigned count, char const* records, auto& out) {
+        return gu_path_to_rects(stride, count, records, width, ends, out);
+    });
 }
 
 TEST(GuPolygonToRects, KnownOutlines) {
@@ -121,27 +118,15 @@ Rects PlainPath(Points const& p, int width, bool extended) {
     int const h = width / 2;
     int x = 0, y = 0;
     for (std::size_t i = 0; i + 1 < p.size(); ++i) {
-        bool const flat = p[i].y == p[i + 1].y, last = i + 2 == p.size();
-        int const d = (flat ? p[i].x < p[i + 1].x : p[i].y < p[i + 1].y) ? h : -h;
-        int const more = extended ? d : 0;
-        if (i == 0) {
-            x = flat ? p[0].x - more : p[0].x + d;
-            y = flat ? p[0].y - d : p[0].y - more;
-        }
-        gu_rect_t r = {x, y, 0, 0};
-        gu_point_t const& c = p[i + 1];
-        if (flat) {
-            r.y2 = 2 * c.y - y;
-            r.x2 = c.x + (last ? more : p[i + 2].y < p[i].y ? -h : h);
-        } else {
-            r.x2 = 2 * c.x - x;
-            r.y2 = last ? c.y + more : p[i + 2].x < c.x ? c.y + h : c.y - h;
-        }
-        x = r.x2;
-        y = r.y2;
-        if (r.x1 > r.x2) std::swap(r.x1, r.x2);
-        if (r.y1 > r.y2) std::swap(r.y1, r.y2);
-        out.push_back(r);
+        gu_point_t const &b = p[i], &c = p[i + 1];
+        bool const flat = b.y == c.y, last = i + 2 == p.size();
+        int const d = (flat ? b.x < c.x : b.y < c.y) ? h : -h, more = extended ? d : 0;
+        if (i == 0) x = flat ? b.x - more : b.x + d, y = flat ? b.y - d : b.y - more;
+        int const far_x = !flat ? 2 * c.x - x : c.x + (last ? more : p[i + 2].y < b.y ? -h : h);
+        int const far_y = flat ? 2 * c.y - y : c.y + (last ? more : p[i + 2].x < c.x ? h : -h);
+        out.push_back(
+            {std::min(x, far_x), std::min(y, far_y), std::max(x, far_x), std::max(y, far_y)});
+        x = far_x, y = far_y;
     }
     return out;
 }
@@ -164,28 +149,19 @@ TEST(GuPathToRectsDeathTest, OtherEndsAbort) {
     EXPECT_DEATH(Widen({{0, 0}, {0, 9}, {9, 9}}, 2, -1), "geometry/gu7.cc:[0-9]+:.*`0'");
 }
 
+// The rest is shared with ctree_node_t and tested there.
 TEST(OctreeNode, FindsHeightsAndComesFromItsPool) {
     octree_node_t* root = nullptr;
     int grew = 0;
-    for (gu_coord_t y : {4, 2, 6, 1, 3, 5, 7, 4, kLowest, kHighest})
+    for (gu_coord_t y : {4, 2, 6, 1, 3, 5, 7, 4})
         root = static_cast<octree_node_t*>(
             AVLnode::Insert(root, octree_node_t::Compare, &y, octree_node_t::Create, &y, grew));
-    EXPECT_EQ(9, bnode_t::Size(root));
-    struct {
-        OEdge_t edge;
-        long limit, cut;
-    } const rows[] = {{{0, 9, 0}, kHighest, 1},
-                      {{3, 5, 0}, 9, 4},
-                      {{3, 4, 0}, 9, 9},
-                      {{3, 5, 0}, 4, 4},
-                      {{7, kHighest, 0}, 9, 9}};
-    for (auto const& row : rows) {
-        long cut = row.limit;
-        EXPECT_EQ(row.cut != row.limit, root->FindLowestYCut(row.edge, cut) > 0) << &row - rows;
-        EXPECT_EQ(row.cut, cut) << &row - rows;
-    }
+    EXPECT_EQ(7, bnode_t::Size(root));
+    long cut = kHighest;
+    EXPECT_EQ(2U, root->FindLowestYCut(OEdge_t{2, 7, 0}, cut));  // 4, 3
+    EXPECT_EQ(3, cut);
     bnode_t* const copy = root->Dup();
-    EXPECT_EQ(root->y, static_cast<octree_node_t*>(copy)->y);
+    EXPECT_EQ(4, static_cast<octree_node_t*>(copy)->y);
     EXPECT_EQ(nullptr, copy->left);
     void* const place = copy;
     delete copy;
