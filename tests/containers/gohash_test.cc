@@ -153,6 +153,16 @@ TEST(Gohash, LargeTablesKeepTheSlotsOfTheModel) {
     }
 }
 
+// So many texts that some share all 32 bits of any hash.
+TEST(Gohash, TellsTextsApartThatHashAlike) {
+    for (char const* const stem : {"n", "a long hierarchical name/"}) {
+        Table table(0);
+        for (unsigned i = 0; i < 300000; ++i)
+            table.Add(StrCnt((stem + std::to_string(i * 2654435761U)).c_str()));
+        EXPECT_EQ(300000U, table.Card());
+    }
+}
+
 TEST(Gohash, HashesAndSizesAreThoseInTheManual) {
     struct {
         char const* text;
