@@ -130,10 +130,8 @@ HashIndex::Fingerprint HashIndex::Print(char const* text) {
     return {hash << 8, static_cast<std::uint32_t>(hash >> 32)};
 }
 
-// The home slot, or the first free one from the second slot of the probe sequence on, all around.
-std::uint32_t HashIndex::FreeSlot(std::uint32_t place) const {
-    std::uint32_t const quotient = place / size, home = place % size;
-    if (!IsUsed(home)) return home;
+// The first free slot from the second one of the probe sequence on, all around.
+std::uint32_t HashIndex::FreeSlotBeyond(std::uint32_t home, std::uint32_t quotient) const {
     std::uint32_t const step = quotient < size ? quotient : quotient % size;
     std::uint64_t const second = std::uint64_t{home} + (step ? step : 1);
     return FreeFrom(static_cast<std::uint32_t>(second < size ? second : second - size));
@@ -147,16 +145,6 @@ std::uint32_t HashIndex::FreeFrom(std::uint32_t slot) const {
     if (word < 0) word = ZeroBit(full.get(), FullWords(), 0);
     if (word < 0) return kNone;
     return static_cast<std::uint32_t>(static_cast<std::size_t>(word) * 64 + FirstZero(used[word]));
-}
-
-void HashIndex::Use(std::uint32_t slot, std::uint32_t place, Fingerprint const& print) {
-    texts[slot] = {print.mark, print.hash, place};
-    Word& word = used[slot / 64];
-    word |= Word{1} << slot % 64;
-    if (word == kAll) full[slot / 4096] |= Word{1} << slot / 64 % 64;
-    std::size_t i = Home(print.hash);
-    while (entries[i].slot != kNone) i = Next(i);
-    entries[i] = {print.hash, slot};
 }
 
 // The entries behind the one that goes move up as far as their homes allow.
@@ -183,6 +171,7 @@ void HashIndex::Clear() {
 
 HashIndex HashIndex::Rebuilt(std::uint32_t n, std::uint32_t* moved) const {
     std::vector<std::uint32_t> order;
+    order.reserve(size);
     for (std::uint32_t slot = 0; slot < size; ++slot)
         if (IsUsed(slot)) order.push_back(slot);
     for (;;) {

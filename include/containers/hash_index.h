@@ -57,10 +57,21 @@ public:
         }
     }
     // The slot for a new text with this GHash, or kNone when all are in use.
-    std::uint32_t FreeSlot(std::uint32_t place) const;
+    std::uint32_t FreeSlot(std::uint32_t place) const {
+        std::uint32_t const home = place % size;
+        return IsUsed(home) ? FreeSlotBeyond(home, place / size) : home;
+    }
 
     // A text has come to a free slot, or is gone from a slot in use.
-    void Use(std::uint32_t slot, std::uint32_t place, Fingerprint const& print);
+    void Use(std::uint32_t slot, std::uint32_t place, Fingerprint const& print) {
+        texts[slot] = {print.mark, print.hash, place};
+        Word& word = used[slot / 64];
+        word |= Word{1} << slot % 64;
+        if (word == ~Word{0}) full[slot / 4096] |= Word{1} << slot / 64 % 64;
+        std::size_t i = Home(print.hash);
+        while (entries[i].slot != kNone) i = Next(i);
+        entries[i] = {print.hash, slot};
+    }
     void Free(std::uint32_t slot);
     bool IsUsed(std::uint32_t slot) const { return used[slot / 64] >> slot % 64 & 1; }
     void Clear();
@@ -87,6 +98,7 @@ private:
     std::size_t FullWords() const { return (Words() + 63) / 64; }
     std::size_t Home(std::uint32_t hash) const { return hash >> shift; }
     std::size_t Next(std::size_t i) const { return (i + 1) & mask; }
+    std::uint32_t FreeSlotBeyond(std::uint32_t home, std::uint32_t quotient) const;
     std::uint32_t FreeFrom(std::uint32_t slot) const;
 
     std::uint32_t size;
