@@ -20,6 +20,13 @@ int Level(TVarr<gu_coord_t>& heights, gu_coord_t height) {
                             heights.Get());
 }
 
+struct Edge {
+    Edge(gu_point_t const& from, gu_point_t const& to)
+        : x(double(to.x) - from.x), y(double(to.y) - from.y) {}
+
+    double x, y;
+};
+
 }  // namespace
 
 void CleanOutline(Outline& outline) {
@@ -33,6 +40,23 @@ void CleanOutline(Outline& outline) {
     } while (outline.Len() != before && outline.Len() >= 3);
 }
 
+// Sizing keeps the directions of the edges. A narrow shape that is inside out winds the other way
+// round; one that is inside out along and across has its edges reversed.
+bool SizeOutline(Outline& outline, gu_coord_t distance) {
+    Outline const before(outline);
+    int const count = static_cast<int>(outline.Len());
+    if (gu_size_polygon(count, outline.Get(), distance) != count) return false;
+    if (gu_polygon_orientationi(count, outline.Get()) !=
+        gu_polygon_orientationi(count, before.Get()))
+        return false;
+    double forward = 0;  // the length of all edges, those that are reversed counted negative
+    for (int i = 0, last = count - 1; i < count; last = i++) {
+        Edge const old_edge(before[last], before[i]), edge(outline[last], outline[i]);
+        forward += (edge.x * old_edge.x + edge.y * old_edge.y) / std::hypot(old_edge.x, old_edge.y);
+    }
+    return forward > 0;
+}
+
 Measures MeasureOutline(Outline const& outline) {
     auto const count = static_cast<unsigned short>(outline.Len());
     Measures measures;
@@ -44,13 +68,33 @@ Measures MeasureOutline(Outline const& outline) {
     return measures;
 }
 
-double CutOutline(Outline const& outline, Trapezoids& trapezoids) {
-    trapezoids.Reset();
-    if (outline.Len() < 3) return 0;
-    gu_polygon_to_trapezoids(sizeof(gu_point_t), outline.Len(), outline.Get(), trapezoids);
+void CutOutline(Outline const& outline, Measures::Angles angles, Trapezoids& pieces) {
+    pieces.Reset();
+    if (outline.Len() < 3) return;
+    if (angles == Measures::kOrthogonal) {
+        TVarr<gu_rect_t> rects(16, VARR_DOUBLE);
+        gu_polygon_to_rects(sizeof(gu_point_t), outline.Len(), outline.Get(), rects);
+        TakeRects(rects, pieces);
+    } else {
+        gu_polygon_to_trapezoids(sizeof(gu_point_t), outline.Len(), outline.Get(), pieces);
+    }
+}
+
+void TakeRects(TVarr<gu_rect_t> const& rects, Trapezoids& pieces) {
+    pieces.Reset();
+    for (gu_rect_t const& rect : rects) {
+        gu_trapezoid_t piece;
+        piece.x_bl = piece.x_tl = rect.x1;
+        piece.x_br = piece.x_tr = rect.x2;
+        piece.y_b = rect.y1;
+        piece.y_t = rect.y2;
+        pieces.App(piece);
+    }
+}
+
+double PiecesArea(Trapezoids const& pieces) {
     double twice = 0;
-    for (unsigned i = 0; i < trapezoids.Len(); ++i) {
-        gu_trapezoid_t const& t = trapezoids[i];
+    for (gu_trapezoid_t const& t : pieces) {
         double const widths = (double(t.x_br) - t.x_bl) + (double(t.x_tr) - t.x_tl);
         twice += widths * (double(t.y_t) - t.y_b);
     }

@@ -1,4 +1,4 @@
-// What the programs do with one outline: clean it, measure it, cut it and check the cut.
+// What the programs do with one outline: clean it, size it, measure it, cut it and check the cut.
 //
 // Outlines come from a layout reader: at most 65535 points, coordinates within +-kMaxCoordinate.
 // The cutting works on lists of the whole process: one thread at a time.
@@ -7,6 +7,8 @@
 
 #include <geometry/gu_measure.h>
 #include <geometry/gu_outline.h>
+#include <geometry/gu_rects.h>
+#include <geometry/gu_sizing.h>
 #include <geometry/gu_trapezoids.h>
 
 #include <generic/tvarr>
@@ -20,12 +22,14 @@ using Trapezoids = TVarr<gu_trapezoid_t>;
 // outline that encloses nothing.
 void CleanOutline(Outline& outline);
 
+// Moves every edge of a cleaned outline outward by `distance`, inward when it is negative. False
+// when nothing is left: the outline has turned inside out. One that does so only in places, at a
+// notch or a neck, crosses itself there.
+bool SizeOutline(Outline& outline, gu_coord_t distance);
+
 struct Measures {
-    enum Angles {
-        kOrthogonal,
-        kDiagonal,
-        kSlanted
-    };  // the worst edge: axis-parallel, 45 degrees, other
+    // The worst edge: axis-parallel, 45 degrees, other.
+    enum Angles { kOrthogonal, kDiagonal, kSlanted };
 
     Angles angles = kOrthogonal;
     double area = 0;       // square database units, overlaps counted as often as they are wound
@@ -37,9 +41,15 @@ struct Measures {
 // points.
 Measures MeasureOutline(Outline const& outline);
 
-// The cleaned outline as trapezoids, in square units what they cover: even-odd, so that what an
-// outline winds twice is not covered.
-double CutOutline(Outline const& outline, Trapezoids& trapezoids);
+// Puts the pieces of the cleaned outline into `pieces`: rectangles if all its edges are
+// axis-parallel, else trapezoids; even-odd, so that what an outline winds twice is not covered.
+void CutOutline(Outline const& outline, Measures::Angles angles, Trapezoids& pieces);
+
+// Puts rectangles into `pieces`, in place of what was there.
+void TakeRects(TVarr<gu_rect_t> const& rects, Trapezoids& pieces);
+
+// The sum of the areas of the pieces, in square units.
+double PiecesArea(Trapezoids const& pieces);
 
 // How far the area of the trapezoids may lie from the area of a sound outline, in square units.
 double CutTolerance(Outline const& outline);

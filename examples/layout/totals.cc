@@ -1,41 +1,32 @@
 #include "layout/totals.h"
 
 #include <text/str.h>
+#include <text/strfmt.h>
 
 #include <algorithm>
-#include <iomanip>
-
-#include "layout/outline.h"
+#include <vector>
 
 namespace layout {
 namespace {
 
 void PrintRow(std::ostream& out, int name_width, char const* name, Totals const& totals,
               double unit_um) {
-    out << std::left << std::setw(name_width) << name << std::right << std::fixed;
-    auto const column = [&out](int width, auto value) { out << ' ' << std::setw(width) << value; };
-    column(7, totals.shapes);
-    for (unsigned const count : totals.angles) column(7, count);
-    column(8, totals.points);
-    column(10, totals.trapezoids);
-    out << std::setprecision(4);
-    column(16, totals.area * unit_um * unit_um);
-    out << std::setprecision(3);
-    column(14, totals.perimeter * unit_um);
-    column(10, totals.seconds * 1e3);
-    column(7, totals.differ);
-    out << '\n';
+    StrFmt(out, "%-*s %7u %7u %7u %7u %8u %10u", name_width, name, totals.shapes, totals.angles[0],
+           totals.angles[1], totals.angles[2], totals.points, totals.pieces);
+    StrFmt(out, " %16.4f %14.3f %10.3f %7u\n", totals.area * unit_um * unit_um,
+           totals.perimeter * unit_um, totals.seconds * 1e3, totals.differ);
 }
 
 }  // namespace
 
 void Totals::Add(Totals const& other) {
     shapes += other.shapes;
-    paths += other.paths;
+    labels += other.labels;
     points += other.points;
     removed += other.removed;
     flat += other.flat;
-    trapezoids += other.trapezoids;
+    vanished += other.vanished;
+    pieces += other.pieces;
     differ += other.differ;
     for (int i = 0; i < 3; ++i) angles[i] += other.angles[i];
     area += other.area;
@@ -45,31 +36,55 @@ void Totals::Add(Totals const& other) {
     if (first_differ.IsNull()) first_differ = other.first_differ;
 }
 
-void PrintTotals(std::ostream& out, LayerTotals const& layers, double unit) {
+void Totals::Add(Shape const& shape, double shape_seconds) {
+    ++shapes;
+    ++angles[shape.measures.angles];
+    points += shape.points;
+    removed += shape.removed;
+    flat += shape.flat;
+    vanished += shape.vanished;
+    pieces += shape.pieces.Len();
+    area += shape.measures.area;
+    perimeter += shape.measures.perimeter;
+    seconds += shape_seconds;
+    GrowBox(box, shape.measures.box);
+}
+
+void PrintTotals(std::ostream& out, LayerTable const& layers, double unit) {
     double const um = unit * 1e6;
     unsigned name_width = str_len("layer");
     Totals all;
-    for (auto const& layer : layers) {
-        name_width = std::max(name_width, layer.key.Len());
-        all.Add(layer.value);
+    std::vector<LayerTotals const*> rows;
+    for (LayerTotals const& layer : layers) {
+        name_width = std::max(name_width, layer.layer.Len());
+        rows.push_back(&layer);
     }
+    std::sort(rows.begin(), rows.end(),
+              [](auto const* a, auto const* b) { return a->layer < b->layer; });
+
     int const width = static_cast<int>(name_width);
-    out << std::left << std::setw(width) << "layer"
-        << "  shapes   ortho  45 deg   other   points trapezoids         area um2   perimeter um"
-           "    time ms  differ\n";
-    for (auto const& layer : layers) PrintRow(out, width, layer.key, layer.value, um);
+    StrFmt(out,
+           "%-*s  shapes   ortho  45 deg   other   points     pieces         area um2   perimeter "
+           "um    time ms  differ\n",
+           width, "layer");
+    for (auto const* row : rows) {
+        PrintRow(out, width, row->layer, row->totals, um);
+        all.Add(row->totals);
+    }
     PrintRow(out, width, "total", all, um);
 
-    if (all.shapes > 0)
-        out << std::setprecision(3) << "bounding box (" << all.box.x1 * um << ", "
-            << all.box.y1 * um << ") to (" << all.box.x2 * um << ", " << all.box.y2 * um
-            << ") um\n";
-    if (all.removed > 0) out << "points taken away that say nothing: " << all.removed << '\n';
-    if (all.flat > 0) out << "outlines that enclose nothing: " << all.flat << '\n';
-    if (all.paths > 0) out << "paths skipped: " << all.paths << '\n';
+    if (all.box.x1 <= all.box.x2)
+        StrFmt(out, "bounding box (%.3f, %.3f) to (%.3f, %.3f) um\n", all.box.x1 * um,
+               all.box.y1 * um, all.box.x2 * um, all.box.y2 * um);
+    if (all.labels > 0) StrFmt(out, "labels: %u\n", all.labels);
+    if (all.removed > 0) StrFmt(out, "points taken away that say nothing: %u\n", all.removed);
+    if (all.flat > 0) StrFmt(out, "outlines that enclose nothing: %u\n", all.flat);
+    if (all.vanished > 0) StrFmt(out, "shapes that sizing leaves nothing of: %u\n", all.vanished);
     if (all.differ > 0)
-        out << "outlines that cross or overlap themselves, so that area and trapezoids differ: "
-            << all.differ << ", first at " << all.first_differ << '\n';
+        StrFmt(out,
+               "outlines that cross or overlap themselves, so that area and pieces differ: %u, "
+               "first at %s\n",
+               all.differ, all.first_differ.Get());
 }
 
 }  // namespace layout
