@@ -204,13 +204,14 @@ TEST_F(Fracture, FailsWithoutTouchingThePicture) {
 
 TEST_F(Fracture, DrawsAPanelForEachFile) {
     Write("a&b.lay", "polygon <1> -100 50 -90 50 -90 60 -100 60\npolygon 2 0 0 10 0 10 5\n");
-    Write("-c.lay", "polygon 2 0 0 10 5 0 10\n");
+    Write("-c.lay", "polygon 2 0 0 10 5 0 10\nlabel 2 14 -100 200  <T  L>\n");
     ASSERT_EQ(0, Run("-o p.svg -- 'a&b.lay' -c.lay")) << err;
     EXPECT_EQ((std::set<std::string>{"-c.lay", "a&b.lay", "p.svg"}), Names());
     std::string const svg = Read("p.svg");
     for (char const* part :
          {">a&amp;b.lay: 0.11 x 0.06 um<", ">-c.lay: 0.01 x 0.01 um<", "<title>&lt;1&gt;</title>",
-          "d=\"M0 50L0 60H10L10 50Z\"", "d=\"M0 0L0 5H10L0 0ZM0 5L0 10H0L10 5Z\"", "</svg>\n"})
+          "d=\"M0 50L0 60H10L10 50Z\"", "d=\"M100 0L100 5H110L100 0ZM100 5L100 10H100L110 5Z\"",
+          "<title>&lt;T  L&gt;</title>", "M56 214L56 200L65.996 200M", "</svg>\n"})
         EXPECT_NE(std::string::npos, svg.find(part)) << part << " in\n" << svg;
     auto const count = [&svg](std::string const& what) {
         int n = 0;
@@ -219,6 +220,7 @@ TEST_F(Fracture, DrawsAPanelForEachFile) {
     };
     EXPECT_EQ(count("<g"), count("</g>"));
     EXPECT_EQ(2, count("class=\"frame\""));
+    EXPECT_EQ(1, count("class=\"label c1\""));
     EXPECT_EQ(2 + 1, count("class=\"c1\""));  // layer 2: both panels and the legend
 }
 
