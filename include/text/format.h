@@ -18,7 +18,8 @@
 //   c          one character. Kept: width and precision change nothing.
 // For integers, a precision is the number of digits, filled up with zeros on the side that the
 // stream's adjustment says; with a width, too, width - precision blanks go with it.
-// Kept: however long the number is, and with its sign counted as a digit: %5.3d of 1234 is " 1234".
+// Kept: however long the number is, and with its sign counted as a digit: "%5.3d" prints 1234 with
+// two blanks before it.
 //
 // %% is a percent sign. %b is a text argument in which escapes are interpreted, those of the
 // format: \a \b \f \n \r \t \v, and \\ \" \c for the character itself; \0 with up to three octal

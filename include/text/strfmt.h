@@ -14,6 +14,7 @@ extern "C" {
 // The arguments: an int for d and i; an int or unsigned for o u x X, printed as 32 unsigned bits;
 // a double for f e E g G; an int for c and '*', where a negative one counts as not given; a text
 // for s, not null and terminated unless a precision bounds it, and for %b, where null is nothing.
+// Changes errno where the format has digits.
 KORBASE_API int StrFmt(std::ostream& out, char const* format, ...);
 }
 

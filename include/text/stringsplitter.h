@@ -16,8 +16,8 @@ class KORBASE_API StringSplitter {
 public:
     // Takes copies and goes to the first piece. A null text has no pieces, a null set is empty.
     // Characters of `trim` are removed from both ends of each piece, but (kept) where nothing else
-    // is left before a separator, the separator counts as the begin of an empty piece, and where
-    // nothing else is left at the end of the text, there is no piece.
+    // is left before a separator, there is an empty piece, and where nothing else is left at the
+    // end of the text, there is none.
     StringSplitter(char const* text, char const* separators, char const* trim = nullptr);
     StringSplitter(StringSplitter const& other) = default;
     StringSplitter& operator=(StringSplitter const& other) = default;
