@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdio>
+#include <iomanip>
 #include <iostream>
 #include <random>
 #include <sstream>
@@ -22,12 +23,13 @@ std::string Printf(std::string const& format, int width, int precision, T value)
     return buffer;
 }
 
-TEST(StrFormat, PrintsDirectivesAndEscapes) {
-    std::string const blanks(65, ' '), zeros(40, '0');
+TEST(StrFormat, PrintsAndComplains) {
+    std::string const blanks(65, ' '), zeros(40, '0'), highest = std::to_string(ULONG_MAX);
+    std::string const not_a_number = ": expected a numeric value\n",
+                      out_of_range = ": Numerical result out of range\n";
     struct {
-        std::string format, args, want;  // args separated by commas, ~ is null
+        std::string format, args, want, complaints = {};  // args separated by commas, ~ is null
     } const rows[] = {
-        {"", "", ""},
         {"%%|%d|%+d% d%+s|%hd%lu%Lg|%i%#i", "12abc,1,2,t,1,2,3,010,0x10", "%|12|12t|123|100"},
         {"%d|%g|%s|%c|%b|%*.*d|%x", "", "0|0||||0|0"},  // missing, then null and empty
         {"%5s|%d|%c|%b|%.2s|%d|%s|%c|%f", "~,~,~,~,~,,,,", "(nil)|0|||(n|0|||0.000000"},
@@ -44,31 +46,13 @@ TEST(StrFormat, PrintsDirectivesAndEscapes) {
         {"%x \\x41 %.2f \\010 %s", "1,2,t", "1 41 2.00 8 t"},
         {R"(\a\b\f\n\r\t\v\\\"\c)", "", "\a\b\f\n\r\t\v\\\"c"},
         {R"(\x41 \x1234 \xCg \0 \0101 \01234 \08)", "", "65 2914 12g 0 65 834 08"},
-        {"%b%s", "1%d\\x41,\\n", "1%d65\\n"}};
-    for (auto const& row : rows) {
-        Texts args(row.args);
-        std::ostringstream out;
-        EXPECT_EQ(args.Count(), StrFormat(out, row.format.c_str(), args.Count(), args.Vector()));
-        EXPECT_EQ(row.want, out.str()) << row.format;
-    }
-    EXPECT_EQ(-1, StrFormat(std::cout, nullptr, 0, nullptr));
-    Texts unused("x,y");
-    EXPECT_EQ(0, StrFormat(std::cout, "%%", unused.Count(), unused.Vector()));
-}
-
-TEST(StrFormat, ComplainsAndGoesOn) {
-    std::string const highest = std::to_string(ULONG_MAX);
-    struct {
-        std::string format, args, want, complaints;
-    } const rows[] = {
-        {"%u|%o|", highest + ',' + highest, highest + '|' + Printf("%*.*lo", 0, -1, LONG_MAX) + '|',
-         highest + ": Numerical result out of range\n"},
-        {"%d", "abc", "0", "abc: expected a numeric value\n"},
-        {"%f|%*s", "-,z,q", "0.000000|q",
-         "-: expected a numeric value\nz: expected a numeric value\n"},
-        {"%E", "1e999", "INF", "1e999: Numerical result out of range\n"},
-        {"%.99999999999999999999s", "abc", "abc",
-         "99999999999999999999: Numerical result out of range\n"},
+        {"%b%s", "1%d\\x41,\\n", "1%d65\\n"},
+        // what is no number, no escape
+        {"%u|%o", highest + ',' + highest, highest + '|' + Printf("%*.*lo", 0, -1, LONG_MAX),
+         highest + out_of_range},
+        {"%f|%*s", "-,z,q", "0.000000|q", '-' + not_a_number + 'z' + not_a_number},
+        {"%E%d", "1e999,abc", "INF0", "1e999" + out_of_range + "abc" + not_a_number},
+        {"%.99999999999999999999s", "abc", "abc", "99999999999999999999" + out_of_range},
         {"\\xg", "", "0g", "missing hexadecimal number in escape\n"},
         {"\\q\\%d\\", "", "q%d", "\\q: invalid escape\n\\%: invalid escape\n\\: invalid escape\n"},
         {"%b", "1\\", "1", "\\: invalid escape\n"}};
@@ -76,10 +60,12 @@ TEST(StrFormat, ComplainsAndGoesOn) {
         Texts args(row.args);
         std::ostringstream out;
         testing::internal::CaptureStderr();
-        StrFormat(out, row.format.c_str(), args.Count(), args.Vector());
+        EXPECT_EQ(args.Count(), StrFormat(out, row.format.c_str(), args.Count(), args.Vector()));
         EXPECT_EQ(row.complaints, testing::internal::GetCapturedStderr());
         EXPECT_EQ(row.want, out.str()) << row.format;
     }
+    EXPECT_EQ(-1, StrFormat(std::cout, nullptr, 0, nullptr));
+    EXPECT_EQ(0, StrFormat(std::cout, "%%", 2, Texts("unused,too").Vector()));
 }
 
 TEST(StrFmt, TakesOrdinaryArguments) {
@@ -93,28 +79,23 @@ TEST(StrFmt, TakesOrdinaryArguments) {
     EXPECT_EQ("%-565abc|c|4294967295 ffffffff 80000000 37777777777", out.str());
 }
 
-// Both functions beside snprintf, with fields below 0 for those not given. `text` is the value.
+// Both functions beside snprintf, with fields below 0 for those not given.
 template <class T>
-void Compare(char const* flag, int width, int precision, char conversion, T value,
-             std::string const& text) {
-    std::string const stars = std::string("%") + flag + "*.*" + conversion;
-    std::string want = Printf(stars, width, precision, value);
+void Compare(std::string const& flag, char conversion, int width, int precision, T value) {
+    std::string const format = '%' + flag + "*.*" + conversion;
+    std::string want = Printf(format, width, precision, value);
     if (std::is_integral_v<T> && precision >= 0) {
-        want = Printf(stars, 0, -1, value);
+        want = Printf(format, 0, -1, value);
         want.insert(0, static_cast<std::size_t>(std::max(precision - int(want.size()), 0)), '0');
         std::string const blanks(static_cast<std::size_t>(std::max(0, width - precision)), ' ');
-        want = *flag ? want + blanks : blanks + want;
+        want = flag.empty() ? blanks + want : want + blanks;
     }
-    std::ostringstream from_values, from_texts;
-    StrFmt(from_values, stars.c_str(), width, precision, value);
-    ASSERT_EQ(want, from_values.str()) << stars << ' ' << width << ' ' << precision << ' ' << text;
-
-    std::string format = std::string("%") + flag;
-    if (width >= 0) format += std::to_string(width);
-    if (precision >= 0) format += '.' + std::to_string(precision);
-    Texts args(text);
-    StrFormat(from_texts, (format + conversion).c_str(), args.Count(), args.Vector());
-    ASSERT_EQ(want, from_texts.str()) << format << ' ' << text;
+    std::ostringstream texts, from_values, from_texts;
+    texts << std::setprecision(17) << width << ',' << precision << ',' << value;
+    StrFmt(from_values, format.c_str(), width, precision, value);
+    ASSERT_EQ(want, from_values.str()) << format << ' ' << texts.str();
+    StrFormat(from_texts, format.c_str(), 3, Texts(texts.str()).Vector());
+    ASSERT_EQ(want, from_texts.str()) << format << ' ' << texts.str();
 }
 
 TEST(StrFormat, AgreesWithSnprintfAsDoesStrFmt) {
@@ -124,12 +105,11 @@ TEST(StrFormat, AgreesWithSnprintfAsDoesStrFmt) {
         char const* const flag = below(2) ? "-" : "";
         int const width = below(14) - 2, precision = below(14) - 4;
         int const number = static_cast<int>(random()) >> below(32);
-        int const natural = number & 0x7FFFFFFF;  // texts are read as the platform's long
-        std::string const text = std::to_string(number), real = std::to_string(number / 1024.0);
-        Compare(flag, width, precision, "di"[below(2)], number, text);
-        Compare(flag, width, precision, "ouxX"[below(4)], natural, std::to_string(natural));
-        Compare(flag, width, precision, "feEgG"[below(5)], std::stod(real), real);
-        Compare(flag, width, precision, 's', text.c_str(), text);
+        Compare(flag, "di"[below(2)], width, precision, number);
+        // texts are read as the platform's long
+        Compare(flag, "ouxX"[below(4)], width, precision, number & INT_MAX);
+        Compare(flag, "feEgG"[below(5)], width, precision, number / 1024.0);
+        Compare(flag, 's', width, precision, std::to_string(number).c_str());
     }
 }
 

@@ -14,36 +14,37 @@
 
 namespace {
 
-// What `find` leaves of a value of 7, behind "!" for result 0; "-" for nothing done.
-template <class Value, class Find>
-std::string Show(Value value, Find const& find) {
+// A value that was 7 before, behind "!" for result 0; "-" where nothing was done.
+template <class Value>
+std::string Show(int found, Value const& value) {
     std::ostringstream out;
-    int const found = find(value);
     out << (found ? "" : "!") << value;
     return out.str() == "!7" ? "-" : out.str();
 }
-String_t const kText("7");
+
+// What GetOpt finds of `name`: as text and as number.
+template <class Name>
+std::string Got(char const* list, Name name) {
+    Texts args(list);
+    String_t text("7");
+    int number = 7;
+    std::string const shown = Show(GetOpt(args.Count(), args.Vector(), name, text), text);
+    return shown + '|' + Show(GetOpt(args.Count(), args.Vector(), name, number), number);
+}
 
 TEST(GetOpt, FindsLettersAndWords) {
-    struct {
-        char const *args, *letter, *word;  // for "-o": result and value, as text and as number
-    } const rows[] = {{"", "-|-", "-|-"},          {"p,-o,1,-o,2", "1|1", "1|1"},
-                      {"-o", "-|-", "-|-"},        {"p,-o,~,-o,1", "7|-", "-|-"},
-                      {"p,-o", "7|-", "-|-"},      {"p,-,o,,-O,-p", "-|-", "-|-"},
-                      {"p,-o,", "|!0", "|-"},      {"p,-o,out", "out|!0", "out|-"},
-                      {"p,-o1,3", "1|1", "-|-"},   {"p,-o,12x", "12x|!12", "12x|-"},
-                      {"p,~,-o,1", "-|-", "-|-"},  {"p,x,-o, 12", " 12|12", " 12|12"},
-                      {"p,-oout", "out|!0", "-|-"}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.args);
-        Texts args(row.args);
-        int const argc = args.Count();
-        char** const argv = args.Vector();
-        auto const letter = [=](auto& value) { return GetOpt(argc, argv, 'o', value); };
-        auto const word = [=](auto& value) { return GetOpt(argc, argv, "-o", value); };
-        EXPECT_EQ(row.letter, Show(kText, letter) + '|' + Show(7, letter));
-        EXPECT_EQ(row.word, Show(kText, word) + '|' + Show(7, word));
-        EXPECT_EQ(row.letter[0] != '-', GetOpt(argc, argv, 'o'));
+    char const* const rows[][3] = {{"", "-|-", "-|-"},          {"p,-o,1,-o,2", "1|1", "1|1"},
+                                   {"-o", "-|-", "-|-"},        {"p,-o,~,-o,1", "7|-", "-|-"},
+                                   {"p,-o", "7|-", "-|-"},      {"p,-,o,,-O,-p", "-|-", "-|-"},
+                                   {"p,-o,", "|!0", "|-"},      {"p,-o,out", "out|!0", "out|-"},
+                                   {"p,-o1,3", "1|1", "-|-"},   {"p,-o,12x", "12x|!12", "12x|-"},
+                                   {"p,~,-o,1", "-|-", "-|-"},  {"p,x,-o, 12", " 12|12", " 12|12"},
+                                   {"p,-oout", "out|!0", "-|-"}};
+    for (auto const& [list, letter, word] : rows) {
+        EXPECT_EQ(letter, Got(list, 'o')) << list;
+        EXPECT_EQ(word, Got(list, "-o")) << list;
+        Texts args(list);
+        EXPECT_EQ(letter[0] != '-', GetOpt(args.Count(), args.Vector(), 'o')) << list;
     }
     int far = 0;
     EXPECT_EQ(1, GetOpt(3, Texts("p,-o,-3000000000").Vector(), 'o', far));
@@ -54,58 +55,53 @@ TEST(GetOpt, FindsLettersAndWords) {
     EXPECT_EQ(0, GetOpt(3, args.Vector(), static_cast<char const*>(nullptr)));
 }
 
+// What CheckOpt makes of `name` as number, text and flag, with "+" when the cursor moved.
+template <class Name>
+std::string Checked(char const* list, Name name) {
+    std::string shown;
+    for (char const form : {'n', 't', 'f'}) {
+        Texts args(list);
+        int argc = args.Count(), number = 7;
+        char** argv = args.Vector();
+        String_t text("7");
+        shown += form == 't'
+                     ? Show(CheckOpt(argc, &argv, name, text), text)
+                     : Show(CheckOpt(argc, &argv, name, number, form == 'n' ? 2 : 0), number);
+        shown += argc < args.Count() ? "+|" : "|";
+        EXPECT_EQ(args.Count() - argc, argv - args.Vector());
+    }
+    return shown;
+}
+
 TEST(CheckOpt, TakesTheValueAtTheCursor) {
-    struct {
-        char const *args, *letter, *word;  // for "-o": number and text; + when the cursor moved
-    } const rows[] = {{"p", "-|-", "-|-"},         {"p,-o1x,3", "!1|1x", "-|-"},
-                      {"p,,-o", "-|-", "-|-"},     {"p,-o,~", "-+|7+", "-+|7+"},
-                      {"p,+o", "-+|7+", "-|-"},    {"p,-o,12", "12+|12+", "12+|12+"},
-                      {"p,-o", "-+|7+", "-+|7+"},  {"p,-o,4x", "!4+|4x+", "!4+|4x+"},
-                      {"p,-o12,3", "12|12", "-|-"}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.args);
-        Texts args(row.args);
-        auto const all = [&](auto name) {
-            std::string shown;
-            for (bool const as_text : {false, true}) {
-                int argc = args.Count();
-                char** argv = args.Vector();
-                auto const text = [&](auto& v) { return CheckOpt(argc, &argv, name, v); };
-                auto const number = [&](int& v) { return CheckOpt(argc, &argv, name, v, 2); };
-                shown += as_text ? Show(kText, text) : Show(7, number) + "|";
-                if (argc < args.Count()) shown.insert(shown.find_last_not_of('|') + 1, "+");
-                EXPECT_EQ(args.Count() - argc, argv - args.Vector());
-            }
-            int argc = args.Count(), flag = 7;
-            char** argv = args.Vector();
-            int const matched = CheckOpt(argc, &argv, name, flag, 0);
-            EXPECT_EQ(matched ? 1 : 7, flag);
-            EXPECT_EQ(args.Vector(), argv);
-            return shown;
-        };
-        EXPECT_EQ(row.letter, all('o'));
-        EXPECT_EQ(row.word, all("-o"));
+    char const* const rows[][3] = {
+        {"p", "-|-|-|", "-|-|-|"},         {"p,-o1x,3", "!1|1x|1|", "-|-|-|"},
+        {"p,,-o", "-|-|-|", "-|-|-|"},     {"p,-o,~", "-+|7+|1|", "-+|7+|1|"},
+        {"p,+o", "-+|7+|1|", "-|-|-|"},    {"p,-o,12", "12+|12+|1|", "12+|12+|1|"},
+        {"p,-o", "-+|7+|1|", "-+|7+|1|"},  {"p,-o,4x", "!4+|4x+|1|", "!4+|4x+|1|"},
+        {"p,-o12,3", "12|12|1|", "-|-|-|"}};
+    for (auto const& [list, letter, word] : rows) {
+        EXPECT_EQ(letter, Checked(list, 'o')) << list;
+        EXPECT_EQ(word, Checked(list, "-o")) << list;
     }
 }
 
 TEST(ArgumentVector, OwnsCopies) {
     Texts args("one,~,two");
-    ArgumentVector a(3, args.Vector()), b(a), none(-4, nullptr);
+    ArgumentVector a(3, args.Vector()), b(a), c(-4, nullptr);
     args.Vector()[2][0] = a.Argv()[0][0] = '#';
-    EXPECT_STREQ("one", b.Argv()[0]);
-    EXPECT_EQ(nullptr, b.Argv()[1]);
-    EXPECT_STREQ("two", a.Argv()[2]);
-    EXPECT_EQ(nullptr, a.Argv()[3]);
-    none = b;
+    c = b;
+    EXPECT_STREQ("one", c.Argv()[0]);
+    EXPECT_EQ(nullptr, c.Argv()[1]);
+    EXPECT_STREQ("two", c.Argv()[2]);
+    EXPECT_EQ(nullptr, c.Argv()[3]);
     b = ArgumentVector();
     EXPECT_EQ(0, b.Argc());
     EXPECT_EQ(nullptr, b.Argv()[0]);
-    ArgumentVector moved(std::move(none));
-    EXPECT_EQ(0, none.Argc());  // NOLINT(bugprone-use-after-move): as documented
-    EXPECT_STREQ("one", moved.Argv()[0]);
-    char** const taken = moved.Argv();
-    b.Reset(
-        1, new char* [1] { new char[1] });
+    char** const taken = c.Argv();
+    ArgumentVector moved(std::move(c));
+    EXPECT_EQ(0, c.Argc());  // NOLINT(bugprone-use-after-move): as documented
+    b.Reset(1, new char*[1]());
     b = std::move(moved);
     EXPECT_EQ(taken, b.Argv());
     b.Reset(-1, nullptr);

@@ -48,49 +48,34 @@ TEST(TextPieces, AgreeWithEditedText) {
         for (char& c : want) c = separators.find(c) == std::string::npos ? c : '|';
         EXPECT_EQ(want + '|', Listed(text.c_str(), separators.c_str()));
         if (!want.empty() && want.back() != '|') want += '|';
-        EXPECT_EQ(want, Pieces(StringSplitter(text.c_str(), separators.c_str()))) << text;
+        EXPECT_EQ(want, Pieces({text.c_str(), separators.c_str()})) << text;
         for (std::size_t at; (at = ('|' + want).find("||")) != std::string::npos;)
             want.erase(at, 1);
         EXPECT_EQ(want, Tokens(text.c_str(), separators.c_str())) << text;
     }
-}
-
-TEST(TextPieces, OfNullAndOfEmptySets) {
     EXPECT_EQ("", Tokens(nullptr, ",") + Pieces({nullptr, ",", " "}) + Listed(nullptr, ","));
     EXPECT_EQ("a,b|", Tokens("a,b", nullptr));
-    EXPECT_EQ("a,b|", Pieces({"a,b", nullptr}));
-    EXPECT_EQ("a,b|", Listed("a,b", nullptr));
+    EXPECT_EQ("a,b|a,b|", Pieces({"a,b", nullptr}) + Listed("a,b", nullptr));
+    EXPECT_EQ("a b|||c|", Pieces({" a b . ,. ,,c", ",", " ."}));  // trimmed
+    EXPECT_EQ("a|b||", Pieces({"a .,b,,.", ",", " ."}));
+    EXPECT_EQ("a|b|", Pieces({",a,,b,", ",", ","}));
 }
 
-TEST(StringSplitter, Trims) {
-    struct {
-        char const *text, *want;
-    } const rows[] = {{" a b . ,. ,,c", "a b|||c|"},
-                      {"a, .", "a|"},
-                      {" ,,.", "||"},
-                      {". .", ""},
-                      {"a .,b", "a|b|"}};
-    for (auto const& row : rows) EXPECT_EQ(row.want, Pieces(StringSplitter(row.text, ",", " .")));
-    EXPECT_EQ("a|b|", Pieces(StringSplitter(",a,,b,", ",", ",")));
-}
-
-TEST(StringTok, TellsTheSeparatorAndSharesItsTextWithCopies) {
+TEST(TextPieces, AreSharedByCopies) {
     StringTok next("::a::b;c");
     EXPECT_EQ('\0', next.Sep());
     char const* const a = next(":");
     EXPECT_EQ(':', next.Sep());
-    StringTok copy(next);
-    EXPECT_STREQ("b;c", copy(":"));
-    EXPECT_EQ('\0', copy.Sep());
+    StringTok rest(next);
+    EXPECT_STREQ("b;c", rest(":"));
+    EXPECT_EQ('\0', rest.Sep());
     EXPECT_STREQ("b", next(":;"));
-    EXPECT_EQ(';', next.Sep());
-    copy = std::move(next);
+    rest = std::move(next);
     EXPECT_EQ(nullptr, next(":"));  // NOLINT(bugprone-use-after-move): as documented
-    EXPECT_STREQ("c", copy(""));
+    EXPECT_EQ(';', rest.Sep());
+    EXPECT_STREQ("c", rest(""));
     EXPECT_STREQ("a", a);
-}
 
-TEST(StringSplitter, SharesWhatItIsBoundTo) {
     String_t const text("a, b ,c");
     StringSplitter splitter("x", ",", " ");
     splitter.Bind(text);
@@ -101,30 +86,28 @@ TEST(StringSplitter, SharesWhatItIsBoundTo) {
     EXPECT_STREQ("a", copy.Get());
     copy = std::move(splitter);
     EXPECT_TRUE(splitter.Done());  // NOLINT(bugprone-use-after-move): as documented
-    copy.Next();
-    EXPECT_STREQ("c", copy.Get());
+    EXPECT_EQ("b|c|", Pieces(copy));
     copy.Bind(String_t());
     EXPECT_TRUE(copy.Done());
 }
 
 TEST(StrList, JoinsAndCompares) {
-    String_t const a("a"), null;
-    struct {
-        String_t a, b;
-        char const *separator, *want;
-    } const rows[] = {{"a", "b", "--", "a--b"}, {"a", {}, nullptr, "a"}, {{}, {}, nullptr, nullptr},
-                      {{}, {}, "", ""},         {{}, "b", "-", "-b"},    {"", {}, nullptr, ""}};
-    for (auto const& row : rows) EXPECT_STREQ(row.want, Concat(row.a, row.b, row.separator));
+    String_t const a("a"), b("b"), empty(""), null, key("TOP");
+    EXPECT_STREQ("a--b", Concat(a, b, "--"));
+    EXPECT_STREQ("-b", Concat(null, b, "-"));
+    EXPECT_STREQ("a", Concat(a, null, nullptr));
     EXPECT_NE(a.Get(), Concat(a, null, nullptr).Get());  // a text of its own
+    EXPECT_STREQ("", Concat(null, null, ""));
+    EXPECT_STREQ("", Concat(empty, null, nullptr));
+    EXPECT_STREQ(nullptr, Concat(null, null, nullptr));
 
     TOList<String_t> list;
     EXPECT_STREQ(nullptr, Concat(list, ','));
     list.Append(null);
     EXPECT_STREQ("", Concat(list, ','));
     list.Append("Top");
-    list.Append("b");
+    list.Append(b);
     EXPECT_STREQ(",Top,b", Concat(list, ','));
-    String_t const key("TOP");
     EXPECT_EQ(nullptr, list.Find(StrListCmp, &key));
     EXPECT_STREQ("Top", *list.Find(StrListCaseCmp, &key));
     EXPECT_EQ(1, list.Remove(StrListCmp, &null));

@@ -5,7 +5,6 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <string>
 
 namespace {
 
@@ -24,12 +23,11 @@ TEST(UrlCode, CodesEveryByte) {
 }
 
 TEST(UrlCode, DecodesWhatScanfReads) {
-    struct {
-        char const *coded, *want;
-    } const rows[] = {{nullptr, nullptr}, {"", ""},        {"a+b%20c", "a+b c"}, {"%4A%4a", "JJ"},
-                      {"%4gx", "\4x"},    {"% 7x", "\7x"}, {"%-1", "\xff"},      {"%zz%41", "%zzA"},
-                      {"a%", "a%"},       {"a%4", "a%4"},  {"%%41", "%A"},       {"a%00b", "a"}};
-    for (auto const& row : rows) EXPECT_STREQ(row.want, UrlDecode(row.coded)) << row.coded;
+    char const* const rows[][2] = {{nullptr, nullptr}, {"", ""},           {"a+b%20c", "a+b c"},
+                                   {"%4A%4a", "JJ"},   {"%4gx", "\4x"},    {"% 7x", "\7x"},
+                                   {"%-1", "\xff"},    {"%zz%41", "%zzA"}, {"a%", "a%"},
+                                   {"a%4", "a%4"},     {"%%41", "%A"},     {"a%00b", "a"}};
+    for (auto const& [coded, want] : rows) EXPECT_STREQ(want, UrlDecode(coded)) << coded;
 }
 
 }  // namespace
