@@ -11,7 +11,8 @@
 // it. Kept: a trailing separator has none behind it: "a," is only "a", and "" has no piece at all.
 //
 // Pieces are terminated in place. Copies of a splitter share the text and go on from the same
-// place: they belong to one thread at a time.
+// place: they belong to one thread at a time. Kept: where one of them has cut, a piece of the
+// others ends, too, so that "b ,c" trimmed by one has an empty piece before "c" for the others.
 class KORBASE_API StringSplitter {
 public:
     // Takes copies and goes to the first piece. A null text has no pieces, a null set is empty.

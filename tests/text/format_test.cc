@@ -48,8 +48,8 @@ TEST(StrFormat, PrintsAndComplains) {
         {R"(\x41 \x1234 \xCg \0 \0101 \01234 \08)", "", "65 2914 12g 0 65 834 08"},
         {"%b%s", "1%d\\x41,\\n", "1%d65\\n"},
         // what is no number, no escape
-        {"%u|%o", highest + ',' + highest, highest + '|' + Printf("%*.*lo", 0, -1, LONG_MAX),
-         highest + out_of_range},
+        {"%*u|%o", highest + ',' + highest + ',' + highest,
+         highest + '|' + Printf("%*.*lo", 0, -1, LONG_MAX), highest + out_of_range},
         {"%f|%*s", "-,z,q", "0.000000|q", '-' + not_a_number + 'z' + not_a_number},
         {"%E%d", "1e999,abc", "INF0", "1e999" + out_of_range + "abc" + not_a_number},
         {"%.99999999999999999999s", "abc", "abc", "99999999999999999999" + out_of_range},
@@ -76,7 +76,11 @@ TEST(StrFmt, TakesOrdinaryArguments) {
     EXPECT_EQ(4, StrFmt(out, "%%%d%b%.3s|", -5, "\\x41", unterminated));
     EXPECT_EQ(3, StrFmt(out, "%-*c%b%s|", -3, 'c', nullptr, ""));
     EXPECT_EQ(4, StrFmt(out, "%u %x %X %o", -1, -1, 0x80000000u, -1));
-    EXPECT_EQ("%-565abc|c|4294967295 ffffffff 80000000 37777777777", out.str());
+    out.width(5);  // left to a float, not to an integer
+    EXPECT_EQ(1, StrFmt(out, "%g", 0.5));
+    out.width(5);
+    EXPECT_EQ(1, StrFmt(out, "%o", 1));
+    EXPECT_EQ("%-565abc|c|4294967295 ffffffff 80000000 37777777777  0.51", out.str());
 }
 
 // Both functions beside snprintf, with fields below 0 for those not given.
