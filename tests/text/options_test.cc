@@ -98,7 +98,7 @@ TEST(ArgumentVector, OwnsCopies) {
     EXPECT_EQ(nullptr, b.Argv()[0]);
     char** const taken = c.Argv();
     ArgumentVector moved(std::move(c));
-    EXPECT_EQ(0, c.Argc());  // NOLINT(bugprone-use-after-move): as documented
+    EXPECT_EQ(0, c.Argc());  // NOLINT: moved-from, as documented
     b.Reset(1, new char*[1]());
     b = std::move(moved);
     EXPECT_EQ(taken, b.Argv());

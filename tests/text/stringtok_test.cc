@@ -71,7 +71,7 @@ TEST(TextPieces, AreSharedByCopies) {
     EXPECT_EQ('\0', rest.Sep());
     EXPECT_STREQ("b", next(":;"));
     rest = std::move(next);
-    EXPECT_EQ(nullptr, next(":"));  // NOLINT(bugprone-use-after-move): as documented
+    EXPECT_EQ(nullptr, next(":"));  // NOLINT: moved-from, as documented
     EXPECT_EQ(';', rest.Sep());
     EXPECT_STREQ("c", rest(""));
     EXPECT_STREQ("a", a);
@@ -84,9 +84,9 @@ TEST(TextPieces, AreSharedByCopies) {
     splitter.Next();
     EXPECT_EQ("b|c|", Pieces(splitter));
     EXPECT_EQ("a|b|c|", Pieces(std::move(copy)));
-    EXPECT_TRUE(copy.Done());  // NOLINT(bugprone-use-after-move): as documented
+    EXPECT_TRUE(copy.Done());  // NOLINT: moved-from, as documented
     copy = std::move(splitter);
-    splitter.Bind(String_t());  // NOLINT(bugprone-use-after-move): as documented
+    splitter.Bind(String_t());  // NOLINT: moved-from, as documented
     EXPECT_STREQ("b", copy.Get());
     EXPECT_TRUE(splitter.Done());
 }
