@@ -57,10 +57,11 @@ Set::Set(Set&& s) : Set(0U) {  // NOLINT(performance-noexcept-move-constructor)
 }
 
 Set& Set::operator=(Set const& s) {
+    if (this == &s) return *this;
     if (fixed) {
         KORBASE_ASSERT(num == s.num);
         std::copy_n(s.bits, num, bits);
-    } else if (this != &s) {
+    } else {
         Set copy(s);
         Swap(copy);
     }
