@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <bitset>
+#include <iterator>
 #include <random>
 #include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,65 +36,45 @@ TEST(Set, IsMadeFromListsAndTexts) {
     EXPECT_EQ(4U, s.num_words());
     s.remove(200);
     EXPECT_EQ(7U, s.num_words());
-    EXPECT_EQ(0U, Set("").num_words());
+    EXPECT_EQ(0U, Set(static_cast<char const*>(nullptr)).num_words());
     EXPECT_EQ(0U, Set(0).max());
+
+    Set low("0,1,40");
+    int out[] = {-7, -7, -7};
+    EXPECT_EQ(3U, low.get(out));  // writes only members below the number of words
+    EXPECT_EQ((std::vector<int>{0, 1, -7}), std::vector<int>(out, out + 3));
 }
 
 TEST(Set, AddsMemberLists) {
-    struct {
-        char const* text;
-        Members want;
-    } const rows[] = {
-        {"1,3,5-7", {1, 3, 5, 6, 7}},
-        {" 1\t- 3 ,\t12", {1, 2, 3, 12}},
-        {"7-5", {}},
-        {"31-32", {31, 32}},
-        {",,4,", {4}},
-        {"1 2", {2}},
-        {"1-2 3-4", {1, 2, 3, 4}},
-        {"3-,5", {5}},
-        {"3-", {}},
-        {"", {}},
-        {nullptr, {}},
-        {"99999999999999999999-1", {}},  // saturates
-    };
-    for (auto const& row : rows) {
-        EXPECT_EQ(row.want, MembersOf(Set(row.text))) << row.text;
+    // Text > members.
+    for (std::string const row :
+         {"1,3,5-7 > 1 3 5 6 7", " 1\t- 3 ,\t12 > 1 2 3 12", "7-5 >", "31-32 > 31 32", ",,4, > 4",
+          "1 2 > 2", "1-2 3-4 > 1 2 3 4", "3-,5 > 5", "3- >", ">", "18446744073709551617-1 >"}) {
+        auto const arrow = row.find('>');
+        std::string const text = row.substr(0, arrow);
+        std::istringstream numbers(row.substr(arrow + 1));
+        Members want(std::istream_iterator<unsigned>(numbers), {});
+        EXPECT_EQ(want, MembersOf(Set(text.c_str()))) << row;
         Set s(9, 0);
-        s.add(row.text);
-        Members want = row.want;
+        s.add(text.c_str());
         want.insert(9);
-        EXPECT_EQ(want, MembersOf(s)) << row.text;
+        EXPECT_EQ(want, MembersOf(s)) << row;
     }
     Set complemented(3, 40, 0);
     complemented.add("-3,5");
     EXPECT_EQ(61U, complemented.size());
-    EXPECT_FALSE(complemented.contains(3) || complemented.contains(5) || complemented.contains(40));
     complemented.add("-");
     EXPECT_EQ((Members{3, 5, 40}), MembersOf(complemented));
-}
-
-TEST(Set, ReportsASyntaxErrorAndStaysUnchanged) {
-    struct {
-        char const *text, *token;
-    } const rows[] = {
-        {"1;2", "\";\""}, {"3--5", "\"-\""}, {"1-2-3", "\"-\""}, {"--4", "\"-\""}, {"x", "\"x\""},
-    };
-    for (auto const& row : rows) {
+    // Text, offending token.
+    for (std::string const row : {"1;2;", "3--5-", "1-2-3-", "--4-", "xx"}) {
         Set s(9, 0);
         testing::internal::CaptureStderr();
-        s.add(row.text);
-        EXPECT_EQ("Set::add(const char*): syntax error near " + std::string(row.token) + "\n",
-                  testing::internal::GetCapturedStderr());
-        EXPECT_TRUE(s == Set(9, 0)) << row.text;
+        s.add(row.substr(0, row.size() - 1).c_str());
+        EXPECT_EQ(
+            "Set::add(const char*): syntax error near \"" + row.substr(row.size() - 1) + "\"\n",
+            testing::internal::GetCapturedStderr());
+        EXPECT_TRUE(s == Set(9, 0)) << row;
     }
-}
-
-TEST(Set, GetWritesOnlyMembersBelowTheNumberOfWords) {
-    Set s("0,1,40");
-    int out[] = {-7, -7, -7};
-    EXPECT_EQ(3U, s.get(out));
-    EXPECT_EQ((std::vector<int>{0, 1, -7}), std::vector<int>(out, out + 3));
 }
 
 TEST(Set, FollowsAModel) {
@@ -107,7 +89,7 @@ TEST(Set, FollowsAModel) {
         Set const& other = sets[source];
         Model& model = models[target];
         Model const model_other = models[source];
-        switch (random() % 24) {
+        switch (random() % 18) {
             case 0: s |= other, model |= model_other; break;
             case 1: s &= other, model &= model_other; break;
             case 2: s -= other, model &= ~model_other; break;
@@ -116,15 +98,12 @@ TEST(Set, FollowsAModel) {
             case 5: ~s, model = ~model & ~Model() >> (model.size() - 32 * s.num_words()); break;
             case 6: s.clear(), model.reset(); break;
             case 7: s = Set(64), model.reset(); break;
-            case 8:
-            case 9:
-            case 10: s.remove(i), model.reset(i); break;
+            case 8: s.remove(i), model.reset(i); break;
             default: s.add(i), model.set(i);
         }
         Members members;
         for (unsigned m = 0; m < model.size(); ++m)
             if (model[m]) members.insert(m);
-        ASSERT_EQ(members, MembersOf(s)) << step;
         ASSERT_EQ(members, Members(s.begin(), s.end())) << step;
         ASSERT_EQ(members.size(), s.size()) << step;
         ASSERT_EQ(members.empty() ? 0 : *members.rbegin() + 1, s.max()) << step;
@@ -147,7 +126,7 @@ TEST(Set, ComparesWordsRatherThanMembers) {
     EXPECT_FALSE(wide <= narrow);
 }
 
-TEST(SetFixed, StaysInTheCallersWords) {
+TEST(SetDeathTest, FixedSetsStayInTheCallersWords) {
     set_word_t words[] = {99, 99, 0xABCD};
     Set s(2, words);
     EXPECT_EQ(0U, s.size());
@@ -164,33 +143,23 @@ TEST(SetFixed, StaysInTheCallersWords) {
     Set copy(s), moved(std::move(same));
     copy.add(64);
     moved.add(64);
-    EXPECT_EQ(2U, s.num_words());
-    EXPECT_EQ((Members{1, 63, 64}), MembersOf(copy));
-    EXPECT_EQ((Members{1, 63, 64}), MembersOf(moved));
+    for (Set const* grown : {&copy, &moved}) EXPECT_EQ((Members{1, 63, 64}), MembersOf(*grown));
     s = Set(64);
     EXPECT_EQ(0U, words[0] | words[1]);
+    EXPECT_DEATH(Set(2, words, Set(32)), R"(containers/set\.cc:[0-9]+:.*n == s\.num)");
+    EXPECT_DEATH(Set(2, words) = Set(96), R"(containers/set\.cc:[0-9]+:.*num == s\.num)");
 }
 
 TEST(Setiterator, CopiesAndStartsAgain) {
-    Set const s("2,31,32,99");
+    Set const s("2,31,32");
     Setiterator i(s);
-    EXPECT_EQ(2, i());
     Setiterator const before = i++;
-    EXPECT_EQ(31U, *before);
-    EXPECT_EQ(32, i());
-    EXPECT_EQ(99, i());
-    EXPECT_EQ(-1, i());
+    EXPECT_EQ(2U, *before);
+    for (int const want : {31, 32, -1, -1}) EXPECT_EQ(want, i());
     ++i;
     EXPECT_EQ(-1, i());
     i.Reset();
     EXPECT_EQ(2, i());
-    EXPECT_EQ(-1, Setiterator(Set(64))());
-}
-
-TEST(SetDeathTest, FixedSetsTakeOnlyTheirOwnNumberOfWords) {
-    set_word_t words[2];
-    EXPECT_DEATH(Set(2, words, Set(32)), R"(containers/set\.cc:[0-9]+:.*n == s\.num)");
-    EXPECT_DEATH(Set(2, words) = Set(96), R"(containers/set\.cc:[0-9]+:.*num == s\.num)");
 }
 
 }  // namespace

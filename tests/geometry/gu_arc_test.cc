@@ -3,22 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
+#include <cstdio>
+#include <cstdlib>
 
 #include "tests/geometry/points.h"
 
 namespace {
 
 double const kPi = 3.141592653589793;
-gu_point_t const kUntouched = {-77, -77};
 
 // The points of an arc, checked not to have touched more than `room`.
 Points Arc(gu_point_t centre, int width, int height, short segments, short room, float start,
            float sweep) {
-    Points out(static_cast<std::size_t>(room < 0 ? 0 : room) + 1, kUntouched);
+    gu_point_t const untouched = {-77, -77};
+    Points out(static_cast<std::size_t>(room < 0 ? 0 : room) + 1, untouched);
     unsigned short count = 4711;
     gu_arc2a2polygon(&count, out.data(), &centre, width, height, segments, room, start, sweep);
-    EXPECT_EQ(kUntouched, out.back());
+    EXPECT_EQ(untouched, out.back());
     EXPECT_LT(count, out.size());
     out.resize(count);
     return out;
@@ -33,124 +34,99 @@ Points Circle(gu_point_t centre, int width, int height, short segments) {
 }
 
 TEST(GuCircle, StartsHalfAStepAboveTheAxis) {
-    EXPECT_EQ((Points{{10, 10}, {-10, 10}, {-10, -10}, {10, -10}}), Circle({0, 0}, 20, 20, 4));
-    EXPECT_EQ((Points{{13, 9}, {-7, 9}, {-7, -1}, {13, -1}}), Circle({3, 4}, 20, 10, 4));
-    EXPECT_EQ((Points{{12, 11}, {-9, 18}, {-22, 0}, {-9, -18}, {12, -11}}),
-              Circle({-3, 0}, 30, 30, 5));                    // rounded on both sides of 0
-    EXPECT_EQ((Points{{10, 0}}), Circle({0, 0}, 20, 20, 1));  // a negative radius at half a turn
-    EXPECT_TRUE(Circle({0, 0}, 20, 20, 0).empty());
-    EXPECT_TRUE(Circle({0, 0}, 20, 20, -1).empty());
-    for (auto const& p : Circle({0, 0}, kHighest, kHighest, 2)) EXPECT_EQ(p.y > 0, p.y == kHighest);
-}
-
-TEST(GuCircle, ItsEdgesTouchTheEllipse) {
-    std::mt19937 random(21);
-    for (int round = 0; round < 300; ++round) {
-        gu_point_t const centre = {RandomCoord(random, 100000), RandomCoord(random, 100000)};
-        double const rx = 5000 + static_cast<int>(random() % 90000);
-        double const ry = 5000 + static_cast<int>(random() % 90000);
-        int const segments = 3 + static_cast<int>(random() % 200);
-        auto const points = Circle(centre, static_cast<int>(2 * rx), static_cast<int>(2 * ry),
-                                   static_cast<short>(segments));
-        for (int i = 0; i < segments; ++i) {
-            auto const& a = points[static_cast<std::size_t>(i)];
-            auto const& b = points[static_cast<std::size_t>((i + 1) % segments)];
-            // The middle of an edge lies on the curve, at the next whole step.
-            double const angle = 2 * kPi * (i + 1) / segments;
-            ASSERT_NEAR(centre.x + rx * std::cos(angle), (a.x + b.x) / 2.0, 0.51) << round;
-            ASSERT_NEAR(centre.y + ry * std::sin(angle), (a.y + b.y) / 2.0, 0.51) << round;
-        }
+    // Centre, width, height, segments: points.
+    for (auto const* row :
+         {"0 0 20 20 4: 10 10, -10 10, -10 -10, 10 -10", "3 4 20 10 4: 13 9, -7 9, -7 -1, 13 -1",
+          "-3 0 30 30 5: 12 11, -9 18, -22 0, -9 -18, 12 -11",  // rounded on both sides of 0
+          "0 0 20 20 1: 10 0",                                  // a negative radius at half a turn
+          "0 0 20 20 0:", "0 0 20 20 -1:"}) {
+        auto const n = NumbersOf(row);
+        EXPECT_EQ(PointsOf(row, 5), Circle({n[0], n[1]}, n[2], n[3], static_cast<short>(n[4])));
     }
+    for (auto const& p : Circle({0, 0}, kHighest, kHighest, 2)) EXPECT_EQ(p.y > 0, p.y == kHighest);
 }
 
 TEST(GuArc, KeepsSinglePrecisionAndCutsTowardZero) {
     auto const quarter = static_cast<float>(kPi / 2);
-    auto const half = static_cast<float>(kPi);
-    EXPECT_EQ((Points{{10, 0}, {9, 10}, {0, 9}}), Arc({0, 0}, 20, 20, 4, 100, 0, quarter));
-    EXPECT_EQ((Points{{10, 0}, {9, -10}, {0, -9}}), Arc({0, 0}, 20, 20, 4, 100, 0, -quarter));
-    EXPECT_EQ((Points{{10, 0}, {9, 10}, {0, 9}}), Arc({0, 0}, 21, 21, 4, 100, 0, quarter));
-    EXPECT_EQ((Points{{-1, 0}, {-2, 0}}), Arc({-2, 0}, 3, 3, 4, 2, 0, half));
+    EXPECT_EQ(PointsOf("10 0, 9 10, 0 9"), Arc({0, 0}, 20, 20, 4, 100, 0, quarter));
+    EXPECT_EQ(PointsOf("10 0, 9 -10, 0 -9"), Arc({0, 0}, 20, 20, 4, 100, 0, -quarter));
+    EXPECT_EQ(PointsOf("10 0, 9 10, 0 9"), Arc({0, 0}, 21, 21, 4, 100, 0, quarter));
+    EXPECT_EQ(PointsOf("-1 0, -2 0"), Arc({-2, 0}, 3, 3, 4, 2, 0, static_cast<float>(kPi)));
 }
 
 TEST(GuArc, CountsItsPoints) {
-    struct {
-        short segments, max_points;
+    // Segments, maximum, sweep: points. (float)pi is above pi, 6.2831855 is the smallest float
+    // above a full turn. The last rows: little room inside, or none at all, and what cannot be
+    // reduced.
+    for (auto const* row : {"64 4 3.1415927: 4",
+                            "64 100 3.1415927: 34",
+                            "64 100 -3.1415927: 34",
+                            "64 34 3.1415927: 34",
+                            "64 33 3.1415927: 33",
+                            "64 100 3.1415925: 33",
+                            "100 200 7: 13",
+                            "100 200 -19.566371: 13",
+                            "100 200 6.283185: 101",
+                            "100 200 6.2831855: 3",
+                            "-100 200 3.1415927: 52",
+                            "32767 32767 6.283185: 32767",
+                            "100 200 0: 3",
+                            "100 3 0: 3",
+                            "100 2 0: 2",
+                            "100 2 3: 2",
+                            "100 1 3: 0",
+                            "100 0 3: 0",
+                            "100 -5 3: 0",
+                            "100 200 1e30: 3",
+                            "100 200 inf: 3",
+                            "100 200 nan: 3"}) {
+        short segments, room;
         float sweep;
         std::size_t want;
-    } const rows[] = {
-        {64, 4, 3.1415927f, 4},
-        {64, 100, 3.1415927f, 34},  // (float)pi is above pi
-        {64, 100, -3.1415927f, 34},
-        {64, 34, 3.1415927f, 34},  // all 32 segments just fit
-        {64, 33, 3.1415927f, 33},
-        {64, 100, 3.1415925f, 33},  // a little less than half
-        {100, 200, 7.0f, 13},       // reduced to 0.7168, 11.4 segments
-        {100, 200, -7.0f - 12.566371f, 13},
-        {100, 200, 6.283185f, 101},  // the largest float below a full turn
-        {100, 200, 6.2831855f, 3},   // the smallest one above it
-        {100, 200, 0, 3},
-        {100, 3, 0, 3},
-        {100, 2, 0, 2},  // no room for an inner point
-        {100, 2, 3, 2},
-        {100, 1, 3, 0},
-        {100, 0, 3, 0},
-        {100, -5, 3, 0},
-        {-100, 200, 3.1415927f, 52},
-        {32767, 32767, 6.283185f, 32767},
-        {100, 200, 1e30f, 3},  // too large to be reduced: 32-bit maximum, cut to 16 bits
-        {100, 200, std::numeric_limits<float>::quiet_NaN(), 3},
-    };
-    for (auto const& row : rows)
-        EXPECT_EQ(row.want,
-                  Arc({0, 0}, 2000, 2000, row.segments, row.max_points, 1, row.sweep).size())
-            << row.segments << ", " << row.max_points << ", " << row.sweep;
+        ASSERT_EQ(4, std::sscanf(row, "%hd %hd %f: %zu", &segments, &room, &sweep, &want));
+        EXPECT_EQ(want, Arc({0, 0}, 2000, 2000, segments, room, 1, sweep).size()) << row;
+    }
 }
 
-TEST(GuArc, StartsAndEndsOnTheCurveAndTouchesIt) {
+TEST(GuArc, InnerPointsStandHalfAStepOnEnlargedRadii) {
     std::mt19937 random(22);
     for (int round = 0; round < 300; ++round) {
         gu_point_t const centre = {RandomCoord(random, 100000), RandomCoord(random, 100000)};
-        int const radius = 5000 + static_cast<int>(random() % 90000);
+        int const rx = 50000 + RandomCoord(random, 45000), ry = 50000 + RandomCoord(random, 45000);
         auto const segments = static_cast<short>(8 + random() % 200);
         auto const start = static_cast<float>(RandomCoord(random, 7000)) / 1000;
         auto const sweep = static_cast<float>(RandomCoord(random, 6200)) / 1000;
-        auto const points = Arc(centre, 2 * radius, 2 * radius, segments, 500, start, sweep);
-
-        auto const from_centre = [&](double x, double y) {
-            return std::hypot(x - centre.x, y - centre.y);
+        auto const expect = [&](gu_point_t const& p, double angle, double step, double error) {
+            double const enlarged = 1 / std::cos(step / 2);
+            ASSERT_NEAR(centre.x + rx * enlarged * std::cos(angle), p.x, error) << round;
+            ASSERT_NEAR(centre.y + ry * enlarged * std::sin(angle), p.y, error) << round;
         };
-        double const last = static_cast<double>(points.size()) - 1;
-        for (std::size_t i = 1; i + 2 < points.size(); ++i) {
-            auto const &a = points[i], &b = points[i + 1];
-            ASSERT_NEAR(radius, from_centre((a.x + b.x) / 2.0, (a.y + b.y) / 2.0), 1.5) << round;
-        }
-        double const inner_radius = radius / std::cos(sweep / (last - 1) / 2);
-        ASSERT_NEAR(inner_radius, from_centre(points[1].x, points[1].y), 1.5) << round;
-        for (bool const at_end : {false, true}) {
-            double const angle = at_end ? start + sweep : start;
-            auto const& p = at_end ? points.back() : points.front();
-            ASSERT_NEAR(centre.x + radius * std::cos(angle), p.x, 1.1) << round;
-            ASSERT_NEAR(centre.y + radius * std::sin(angle), p.y, 1.1) << round;
-        }
+        auto const arc = Arc(centre, 2 * rx, 2 * ry, segments, 500, start, sweep);
+        std::size_t const inner = arc.size() - 2;
+        double step = sweep / static_cast<double>(inner);
+        expect(arc.front(), start, 0, 1.1);
+        expect(arc.back(), start + sweep, 0, 1.1);
+        // Adding steps in single precision loses up to two units more.
+        for (unsigned i = 1; i <= inner; ++i) expect(arc[i], start + (i - 0.5) * step, step, 3);
+
+        auto const circle = Circle(centre, 2 * rx, 2 * ry, segments);
+        step = 2 * kPi / segments;
+        for (unsigned i = 0; i < circle.size(); ++i)
+            expect(circle[i], (i + 0.5) * step, step, 0.501);
     }
 }
 
 TEST(GuArc, AStartPointFixesOnlyTheAngle) {
-    struct {
-        gu_point_t centre, start;
-        float angle;
-    } const rows[] = {
-        {{5, 5}, {5, 1000}, 1.5707964f},
-        {{5, 5}, {-1, 5}, 3.1415927f},
-        {{5, 5}, {5, 5}, 0},
-        {{kLowest, 0}, {kHighest, 0}, 3.1415927f},  // the difference wraps to -1
-    };
-    for (auto const& row : rows) {
+    // Centre, start: angle. The last difference wraps to -1.
+    for (auto const* row : {"5 5 5 1000: 1.5707964", "5 5 -1 5: 3.1415927", "5 5 5 5: 0",
+                            "-2147483648 0 2147483647 0: 3.1415927"}) {
+        auto const p = PointsOf(row);
         Points out(30);
         unsigned short count = 0;
-        gu_arcpa2polygon(&count, out.data(), &row.centre, &row.start, 300, 200, 50, 30, 2.5f);
+        gu_arcpa2polygon(&count, out.data(), &p[0], &p[1], 300, 200, 50, 30, 2.5F);
         out.resize(count);
-        EXPECT_EQ(Arc(row.centre, 300, 200, 50, 30, row.angle, 2.5f), out) << &row - rows;
+        float const angle = std::strtof(std::strchr(row, ':') + 1, nullptr);
+        EXPECT_EQ(Arc(p[0], 300, 200, 50, 30, angle, 2.5F), out) << row;
     }
 }
 
