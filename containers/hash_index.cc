@@ -166,7 +166,16 @@ void HashIndex::Clear() {
     if (size == 0) return;
     Reset(used.get(), size);
     Reset(full.get(), Words());
-    std::fill(entries.get(), entries.get() + mask + 1, Entry{0, kNone});
+    std::fill(entries.get(), entries.get() + mask + 1, Entry{0, 0, kNone});
+}
+
+// In the order of their homes, so that neighbours come to neighbours.
+void HashIndex::EnterAll(HashIndex const& old, std::uint32_t const* moved) {
+    if (old.size == 0) return;
+    for (std::size_t i = 0; i <= old.mask; ++i) {
+        Entry const& entry = old.entries[i];
+        if (entry.slot != kNone) Enter({entry.mark, entry.hash, moved[entry.slot]});
+    }
 }
 
 HashIndex HashIndex::Rebuilt(std::uint32_t n, std::uint32_t* moved) const {
@@ -180,10 +189,13 @@ HashIndex HashIndex::Rebuilt(std::uint32_t n, std::uint32_t* moved) const {
         for (std::size_t i = 0; i < count; ++i) {
             Text const& text = texts[order[i]];
             std::uint32_t const slot = fresh.FreeSlot(text.place);
-            fresh.Use(slot, text.place, {text.mark, text.hash});
+            fresh.Take(slot, text);
             moved[order[i]] = slot;
         }
-        if (count == order.size()) return fresh;
+        if (count == order.size()) {
+            fresh.EnterAll(*this, moved);
+            return fresh;
+        }
         std::sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(count),
                   [moved](std::uint32_t a, std::uint32_t b) { return moved[a] < moved[b]; });
         if (n > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();

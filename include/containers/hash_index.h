@@ -1,17 +1,19 @@
 // korbase_detail::HashIndex: what OHashTable (generic/gohash) knows beside its slots, so that no
-// call has to walk along a run of used ones.
+// call has to walk along a run of used ones. Not for use by itself: the header is public because
+// tables of a caller's own records need it.
 //
 // A lookup goes through an open-addressing table of its own, from a fingerprint of the text to the
 // slot: linear probing, at most 7/8 full, no tombstones. The fingerprint of a text of up to 12
 // characters is the text itself, scrambled, so that no text has to be read. The place of a new text
 // is computed: it is the first slot of its probe sequence that is not in use, which bit sets of the
-// used slots and of their full words give in a few steps. Hash and fingerprint of each text are
-// kept, so that growing reads no text either.
+// used slots and of their full words give in a few steps. Fingerprints and hashes are kept, so that
+// growing reads no text either.
 #ifndef KORBASE_CONTAINERS_HASH_INDEX_H
 #define KORBASE_CONTAINERS_HASH_INDEX_H
 
 #include <korbase_api.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -49,9 +51,9 @@ public:
     std::uint32_t Find(Fingerprint const& print, Same const& same) const {
         if (size == 0) return kNone;
         for (std::size_t i = Home(print.hash);; i = Next(i)) {
-            Entry const entry = entries[i];
+            Entry const& entry = entries[i];
             if (entry.slot == kNone) return kNone;
-            if (entry.hash == print.hash && texts[entry.slot].mark == print.mark &&
+            if (entry.hash == print.hash && entry.mark == print.mark &&
                 (print.Unique() || same(entry.slot)))
                 return entry.slot;
         }
@@ -64,13 +66,8 @@ public:
 
     // A text has come to a free slot, or is gone from a slot in use.
     void Use(std::uint32_t slot, std::uint32_t place, Fingerprint const& print) {
-        texts[slot] = {print.mark, print.hash, place};
-        Word& word = used[slot / 64];
-        word |= Word{1} << slot % 64;
-        if (word == ~Word{0}) full[slot / 4096] |= Word{1} << slot / 64 % 64;
-        std::size_t i = Home(print.hash);
-        while (entries[i].slot != kNone) i = Next(i);
-        entries[i] = {print.hash, slot};
+        Take(slot, {print.hash, place});
+        Enter({print.mark, print.hash, slot});
     }
     void Free(std::uint32_t slot);
     bool IsUsed(std::uint32_t slot) const { return used[slot / 64] >> slot % 64 & 1; }
@@ -83,12 +80,12 @@ public:
 private:
     typedef std::uint64_t Word;
     struct Entry {
+        std::uint64_t mark;
         std::uint32_t hash;
         std::uint32_t slot;
     };
     struct Text {
-        std::uint64_t mark;  // its fingerprint
-        std::uint32_t hash;
+        std::uint32_t hash;   // of its fingerprint
         std::uint32_t place;  // its GHash
     };
 
@@ -98,6 +95,18 @@ private:
     std::size_t FullWords() const { return (Words() + 63) / 64; }
     std::size_t Home(std::uint32_t hash) const { return hash >> shift; }
     std::size_t Next(std::size_t i) const { return (i + 1) & mask; }
+    void Take(std::uint32_t slot, Text const& text) {
+        texts[slot] = text;
+        Word& word = used[slot / 64];
+        word |= Word{1} << slot % 64;
+        if (word == ~Word{0}) full[slot / 4096] |= Word{1} << slot / 64 % 64;
+    }
+    void Enter(Entry const& entry) {
+        std::size_t i = Home(entry.hash);
+        while (entries[i].slot != kNone) i = Next(i);
+        entries[i] = entry;
+    }
+    void EnterAll(HashIndex const& old, std::uint32_t const* moved);
     std::uint32_t FreeSlotBeyond(std::uint32_t home, std::uint32_t quotient) const;
     std::uint32_t FreeFrom(std::uint32_t slot) const;
 
