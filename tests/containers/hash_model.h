@@ -2,6 +2,7 @@
 #ifndef KORBASE_TESTS_CONTAINERS_HASH_MODEL_H
 #define KORBASE_TESTS_CONTAINERS_HASH_MODEL_H
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,25 +34,28 @@ struct HashModel {
         std::size_t const step = hash / size % size;
         return k == 0 ? hash % size : (hash % size + (step ? step : 1) + k - 1) % size;
     }
-    int Find(Name const& key) const {
+    // The slot with this key, or -1; `best` is the first one on the way that is not in use.
+    int Find(Name const& key, std::size_t* best = nullptr) const {
         for (std::size_t k = 0; k <= slots.size(); ++k) {
-            auto const& slot = slots[Probe(key, k)];
-            if (slot.state == 0) break;
-            if (slot.state == 1 && slot.key == key) return static_cast<int>(Probe(key, k));
+            std::size_t const i = Probe(key, k);
+            if (slots[i].state == 1 && slots[i].key == key) return static_cast<int>(i);
+            if (best && slots[i].state != 1) {
+                *best = i;
+                best = nullptr;
+            }
+            if (slots[i].state == 0) break;
         }
         return -1;
+    }
+    bool Full() const {
+        return std::none_of(slots.begin(), slots.end(), [](Slot const& s) { return s.state != 1; });
     }
     // Whether the key was new.
     bool Add(Name const& key, int value) {
         if (card >= slots.size() - slots.size() / 8)
             Resize(2 * static_cast<unsigned>(slots.size()));
-        if (Find(key) >= 0) return false;
         std::size_t best = slots.size();
-        for (std::size_t k = 0; k <= slots.size(); ++k) {
-            std::size_t const i = Probe(key, k);
-            if (slots[i].state != 1 && best == slots.size()) best = i;
-            if (slots[i].state == 0) break;
-        }
+        if (Find(key, &best) >= 0) return false;
         Put(best, key, value);
         return true;
     }
