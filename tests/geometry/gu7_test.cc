@@ -161,13 +161,11 @@ TEST(OctreeNode, FindsHeightsAndComesFromItsPool) {
     EXPECT_EQ(2U, root->FindLowestYCut(OEdge_t{2, 7, 0}, cut));  // 4, 3
     EXPECT_EQ(3, cut);
     bnode_t* const copy = root->Dup();
-    EXPECT_EQ(4, static_cast<octree_node_t*>(copy)->y);
-    EXPECT_EQ(nullptr, copy->left);
-    void* const place = copy;
+    EXPECT_TRUE(static_cast<octree_node_t*>(copy)->y == 4 && !copy->left);
     delete copy;
-    void* const next = octree_node_t::heap.Alloc(sizeof(octree_node_t), 16384);
-    EXPECT_EQ(place, next);  // the last one freed
-    octree_node_t::heap.Free(next);
+    octree_node_t const* const next = new octree_node_t(8);
+    EXPECT_EQ(copy, next);  // the last one freed
+    delete next;
     bnode_t::DeleteTree(root);
 }
 
