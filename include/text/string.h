@@ -110,6 +110,14 @@ public:
     // and the stream has failed.
     static std::istream& Getline(std::istream& in, String_t& target, char const* delim);
 
+protected:
+    // The text for a derived class to rewrite in place, this string's alone: it leaves its copies
+    // first. nullptr for the null string.
+    char* Own() {
+        if (rep && rep->count > 1) *this = rep->text;
+        return rep ? rep->text : nullptr;
+    }
+
 private:
     Srep* Share() const;
     void Release() noexcept {
