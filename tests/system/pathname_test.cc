@@ -1,0 +1,208 @@
+#include "system/pathname.h"
+
+#include <fcntl.h>
+#include <glob.h>
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "tests/support/fresh_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The texts with blanks between them; null is "-".
+template <class... Text>
+std::string Show(Text const&... texts) {
+    std::string all;
+    for (String_t const& s : {String_t(texts)...}) all += s.IsNull() ? "- " : s + " ";
+    return all.substr(0, all.size() - 1);
+}
+
+using P = Pathname;
+
+TEST(Pathname, IsCutIntoPieces) {
+    struct {
+        char const *path, *arg, *want;  // directory, leaf, base, whether it is absolute, has `arg`
+    } const rows[] = {{nullptr, "", ". - - rel no"},     {"", "", ".   rel no"},
+                      {"a", "", ". a a rel has"},        {"x.c", nullptr, ". x.c x.c rel no"},
+                      {"/x", "x", "  / abs has"},        {"/", "b", "  / abs no"},
+                      {"a/bc", "/bc", "a bc a rel has"}, {"d/x.o", ".o", "d x d/x rel has"},
+                      {"d/.o", ".o", "d  d/ rel has"},   {".o", ".o", ".   rel no"},
+                      {"~u/", "u/x", "~u  ~u/ abs no"}};
+    for (auto const& row : rows) {
+        P const p(row.path);
+        EXPECT_EQ(row.want, Show(p.Dir(), p.Leaf(row.arg), p.Base(row.arg),
+                                 p.IsAbs() ? "abs" : "rel", p.HasExt(row.arg) ? "has" : "no"));
+    }
+}
+
+TEST(Pathname, TakesExtensionsAndNames) {
+    struct {
+        char const *path, *arg, *want;  // in the order of the calls below
+    } const rows[] = {{nullptr, ".o", "- - - .o .o"},
+                      {"", ".o", ".o .o .o .o .o"},
+                      {"x.c", nullptr, "x.c x.c x.c x.c x.c"},
+                      {"/", "b", "/b /b /b /b b//"},
+                      {"a", "", "a a a a/ /a"},
+                      {"x.c", ".o", "x.c.o x.o x.c x.c/.o .o/x.c"},
+                      {"x.o", ".o", "x.o x.o x.o x.o/.o .o/x.o"},
+                      {"x.", ".o", "x..o x.o x. x./.o .o/x."},
+                      {"d.e/x", ".o", "d.e/x.o d.e/x.o d.e/x.o d.e/x/.o .o/d.e/x"},
+                      {"a/.c", ".o", "a/.c.o a/.o a/.c a/.c/.o .o/a/.c"},
+                      {"a.b/", "x", "a.b/x a.b/x a.b/x a.b//x x/a.b/"},
+                      {".o", ".o", ".o .o.o .o.o .o/.o .o/.o"}};
+    for (auto const& row : rows) {
+        P const p(row.path);
+        EXPECT_EQ(row.want, Show(P(p).SetExt(row.arg), P(p).ChExt(row.arg), P(row.path, row.arg),
+                                 P(p).Append(row.arg), P(p).Insert(row.arg)));
+    }
+}
+
+TEST(Pathname, TransformsForeignNamesInItsCopiesToo) {
+    struct {
+        char const *path, *want;  // the path, a copy, a piece
+    } const rows[] = {{nullptr, "- - -"},       {"C:\\Dir\\F", "/c:/dir/f c:/dir/f C:\\Dir\\F"},
+                      {"X\\Y", "x/y x/y X\\Y"}, {"d:", "/d:/ d: d:"},
+                      {"D:x", "/d:/x d:x D:x"}, {"Ab:c", "Ab:c Ab:c Ab:c"},
+                      {"\\C:", "/c: /c: \\C:"}};
+    for (auto const& row : rows) {
+        P path(row.path), copy(path);
+        String_t const piece = path.Base();
+        EXPECT_EQ(row.want, Show(path.Transform(), copy, piece));
+    }
+}
+
+// Component by component, as one would do it by hand.
+std::string Collapsed(std::string const& text) {
+    std::vector<std::string> out;
+    if (text.empty() || text == "." || text == "..") return text;
+    std::string rest = text + '/', result;
+    for (bool first = true; !rest.empty(); first = false) {
+        std::string const part = rest.substr(0, rest.find('/'));
+        rest.erase(0, part.size() + 1);
+        if ((part.empty() && !first) || part == ".") continue;
+        if (part != ".." || out.empty() || out.back() == "..")
+            out.push_back(part);
+        else if (!out.back().empty())
+            out.pop_back();
+    }
+    for (auto const& part : out) result += part + '/';
+    if (result.size() > 1) result.pop_back();
+    return out.empty() ? "-" : result;
+}
+
+TEST(Pathname, CollapsesLikeTheModel) {
+    char const* const parts[] = {"/", "/", "a/", "bc", ".", "..", "/./", "/../", "component"};
+    std::vector<std::string> paths{"/", ".", "..", "a/..", "//x", "/a/./b/../c/", "a/b/../../.."};
+    std::mt19937 random(1);
+    while (paths.size() < 20000) {
+        paths.emplace_back();
+        for (auto n = random() % 14; n > 0; --n) paths.back() += parts[random() % 9];
+    }
+    for (auto const& path : paths) {
+        Pathname const source(path.c_str());
+        ASSERT_EQ(Collapsed(path), Show(Pathname(source).Collapse())) << path;
+        ASSERT_EQ(path, Show(source)) << "a copy changed";
+    }
+    EXPECT_EQ("-", Show(Pathname().Collapse()));
+}
+
+TEST(Pathname, PutsTheRightDirectoryInFront) {
+    FreshFolder const folder;
+    std::string const cwd = fs::current_path(), home = getpwuid(getuid())->pw_dir;
+    struct {
+        std::string path, want;
+    } const rows[] = {{"", ""},
+                      {"/a/../b/", "/b"},
+                      {"x/./y", cwd + "/x/y"},
+                      {".", cwd},
+                      {"a/..", cwd},
+                      {"~", home},
+                      {"~/a/../b", home + "/b"},
+                      {"~root//x/", getpwnam("root")->pw_dir + std::string("/x")},
+                      {"~no such user/../a", "~no such user/../a"}};
+    for (auto const& row : rows) EXPECT_EQ(row.want, Show(Pathname(row.path.c_str()).Abs()));
+    EXPECT_EQ("- " + home + "/b", Show(Pathname().Abs(), Pathname("~//b").Collapse()));
+    EXPECT_EQ(cwd + " " + cwd + "/n", Show(Pathname::Cwd(), Pathname::Cwd("n")));
+    EXPECT_EQ(home + " " + home + "/n", Show(Pathname::Home(), Pathname::Home("n")));
+    fs::remove(folder.Path());
+    EXPECT_EQ("- n . x", Show(Pathname::Cwd(), Pathname::Cwd("n"), Pathname(".").Abs(),
+                              Pathname("./x/").Abs()));
+}
+
+TEST(Pathname, IsRewrittenByRules) {
+    struct {
+        char const *path, *rule, *want;
+    } const rows[] = {{"xay", "#a#b#", "0 by"},
+                      {"xyz", "#a#b#", "1 xyz"},
+                      {"/net/h", "|/net/|/home/", "0 /home/h"},
+                      {"xay", "#a", "0 y"},
+                      {"xa", "#a", "0 "},
+                      {"xay", "#a##rest", "0 y"},
+                      {"xay", "", "1 xay"},
+                      {"xay", nullptr, "1 xay"},
+                      {"xay", "#^x#b#", "1 xay"},
+                      {"xay", "#y$#b#", "1 xay"},
+                      {"xaay", "#a\\{2\\}#b#c", "0 by"},
+                      {nullptr, "#a#b#", "1 -"},
+                      {"xay", "##b#", "0 bxay"}};
+    for (auto const& row : rows) {
+        Pathname path(row.path);
+        std::string const result = std::to_string(path.ApplySubst(row.rule));
+        EXPECT_EQ(row.want, result + ' ' + Show(path));
+    }
+    Pathname path("xay");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(0, path.ApplySubst("#a[#b#"));
+    std::string const message = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(path == "xay" && message.size() > 1 && message.find('\n') == message.size() - 1);
+
+    TOList<String_t> rules;
+    for (char const* rule : {"#nowhere#x#", "#/b#/../c#", "#c#d#"}) rules.Append(rule);
+    EXPECT_EQ("/../c/e", Show(Pathname("/a/./b/e").Abs(rules))) << "the first match, not collapsed";
+}
+
+TEST(Pathname, MakesAndFindsDirectories) {
+    FreshFolder const folder;
+    close(creat("file", 0600));
+    struct {
+        std::string path;
+        int want;
+        char const* made;
+    } const rows[] = {{"a/b//c/../d/", 0, "a/b/d"},
+                      {"a/b/d", 0, "a"},
+                      {".", 0, "."},
+                      {"..", 0, "."},
+                      {"x/..", 0, "."},
+                      {folder.Path() / "e/f", 0, "e/f"},
+                      {"", -EINVAL, "."},
+                      {"file/x/y", -ENOTDIR, "."},
+                      {"file", 0, "."},
+                      {std::string(300, 'n'), -ENAMETOOLONG, "."}};
+    for (auto const& row : rows) {
+        EXPECT_EQ(row.want, Pathname::Mkdir(Pathname(row.path.c_str()), 0700)) << row.path;
+        EXPECT_TRUE(fs::is_directory(row.made)) << row.path;
+    }
+    EXPECT_EQ(0700u, unsigned(fs::status("a/b/d").permissions()));
+    EXPECT_EQ(0, Pathname::MkLeadingDirs(Pathname("g/h/file"), 0700));
+    EXPECT_TRUE(fs::is_empty("g/h") && !fs::exists("a/b/c") && !fs::exists("x"));
+    EXPECT_EQ(-EINVAL, Pathname::MkLeadingDirs(Pathname("/x"), 0700));
+    EXPECT_EQ(0, Pathname::MkLeadingDirs(Pathname("x"), 0700));
+
+    TOList<String_t> found;
+    found.Append("old");
+    EXPECT_EQ(3, Pathname::Glob(Pathname("[a-g]"), GLOB_MARK, found));
+    EXPECT_EQ(-GLOB_NOMATCH, Pathname::Glob(Pathname(), 0, found));
+    std::string all;
+    for (String_t const& path : found) all += path + " ";
+    EXPECT_EQ("old a/ e/ g/ ", all);
+}
+
+}  // namespace

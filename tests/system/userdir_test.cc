@@ -1,0 +1,67 @@
+#include "system/userdir.h"
+
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <ctime>
+#include <string>
+
+#include "system/pathname.h"
+
+namespace {
+
+TEST(UserDir, TellsTheInstallationRoot) {
+    char const* const old = getenv("TALDIR");
+    std::string const kept = old ? old : "";
+    std::string want = ".";
+    for (char const* root : {"/tal", "/usr/tal", "/usr/local/tal", "/opt/tal"})
+        if (access(root, R_OK | X_OK) == 0) want = root;
+    setenv("TALDIR", "/tmp", 1);
+    EXPECT_STREQ("/tmp", TalDir());
+    setenv("TALDIR", "/no such directory", 1);
+    EXPECT_EQ(want, TalDir());
+    unsetenv("TALDIR");
+    EXPECT_EQ(want, TalDir());
+    if (old) setenv("TALDIR", kept.c_str(), 1);
+}
+
+TEST(UserDir, TellsTheUser) {
+    std::string const home = getpwuid(getuid())->pw_dir, name = getpwuid(geteuid())->pw_name;
+    char buf[300] = "x";
+    EXPECT_TRUE(GetHomeDir(nullptr, 9) == 22 && GetHomeDir(buf, 0) == 22 && *buf == 'x');
+    EXPECT_EQ(0, GetHomeDir(buf, 3));
+    EXPECT_EQ(home.substr(0, 2), buf);
+    EXPECT_EQ(0, GetHomeDir(buf, sizeof buf));
+    EXPECT_EQ(home, buf);
+    EXPECT_EQ(name, getusername());
+}
+
+TEST(UserDirDeathTest, KnowsUsersWithoutAnEntry) {
+    uid_t const nobody = 54321;
+    if (getuid() != 0 || getpwuid(nobody)) GTEST_SKIP() << "needs to change the user";
+    auto const look = [] {
+        char buf[9] = "x";
+        bool const good = setuid(nobody) == 0 && GetHomeDir(buf, sizeof buf) == 2 && !*buf &&
+                          !*getusername() && Pathname::Home().IsNull() &&
+                          Pathname("~/a/").Abs() == "/a" && Pathname("~").Abs() == "";
+        _exit(good ? 0 : 1);
+    };
+    EXPECT_EXIT(look(), testing::ExitedWithCode(0), "");
+}
+
+TEST(UserDir, NamesTheTime) {
+    std::string names;
+    std::time_t const before = std::time(nullptr);
+    std::string const name = getuname();
+    for (std::time_t t = before; t <= std::time(nullptr); ++t) {
+        std::tm const at = *std::localtime(&t);
+        char text[30];
+        std::strftime(text, sizeof text, "%H%M%S ", &at);
+        names += std::to_string(at.tm_year * 1000 + at.tm_yday) + text;
+    }
+    EXPECT_TRUE(name.size() == 12 && names.find(name) != names.npos) << name << " of " << names;
+}
+
+}  // namespace
