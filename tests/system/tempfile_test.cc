@@ -1,0 +1,105 @@
+#include "system/tempfile.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <fstream>
+#include <string>
+#include <utility>
+
+#include "system/regexp.h"
+#include "tests/support/fresh_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool Looks(String_t const& name, char const* pattern) {
+    return Regexp(("^" + String_t(pattern) + "$"), REG_EXTENDED).Match(name) == 0;
+}
+
+TEST(TmpFile, IsANameThatIsUnlinkedAtTheEnd) {
+    fs::path name;
+    {
+        TmpFile file(".dat"), plain(nullptr);
+        EXPECT_TRUE(Looks(file.Name(), "/tmp/kor[A-Za-z0-9]{6}\\.dat")) << file.Name();
+        EXPECT_TRUE(Looks(plain.Name(), "/tmp/kor[A-Za-z0-9]{6}")) << plain.Name();
+        name = file.Name().Get();
+        EXPECT_FALSE(fs::exists(name));
+        std::ofstream(name) << "x";
+        TmpFile const moved(std::move(file));
+    }
+    EXPECT_FALSE(fs::exists(name));
+}
+
+TEST(TempFile, IsOpenForThisUserAndGoesWithTheObject) {
+    FreshFolder const folder;
+    int fd = -1;
+    {
+        Pathname const dir(folder.Path().c_str());
+        TempFile file(dir, "a.", ".b"), unlinked(dir, nullptr, nullptr), target(dir, "t", "");
+        EXPECT_EQ(folder.Path(), file.Path().Dir().Get());
+        EXPECT_TRUE(Looks(file.Path().Leaf(), "a\\.[A-Za-z0-9]{12}\\.b")) << file.Path();
+        struct stat status;
+        EXPECT_EQ(0, stat(file.Path(), &status));
+        EXPECT_EQ(S_IFREG | 0600u, status.st_mode);
+        char c = 0;
+        EXPECT_TRUE(write(file.Fd(), "x", 1) == 1 && pread(file.Fd(), &c, 1, 0) == 1 && c == 'x');
+
+        EXPECT_TRUE(unlinked.Unlink() == 0 && unlinked.Path() == "" && unlinked.Unlink() == 0);
+        EXPECT_EQ(1, write(unlinked.Fd(), "x", 1));
+
+        {
+            TempFile source(dir, "m", "");
+            fd = source.Fd();
+            TempFile moved(std::move(source));
+            target = std::move(moved);
+        }
+        EXPECT_TRUE(target.Fd() == fd && fcntl(fd, F_GETFD) != -1);
+        EXPECT_TRUE(fs::remove(target.Path().Get()));
+        EXPECT_TRUE(target.Unlink() == -1 && !target.Path().IsEmpty());
+    }
+    EXPECT_TRUE(fs::is_empty(folder.Path()) && fcntl(fd, F_GETFD) == -1);
+
+    TempFile const none(Pathname("no such directory"), "a", "b");
+    EXPECT_TRUE(errno == ENOENT && none.Path() == "" && none.Fd() == -1);
+    EXPECT_TRUE(Looks(TempFile("kt", ".x").Path(), "/tmp/kt[A-Za-z0-9]{12}\\.x"));
+}
+
+// Links to files go without the file. Those to directories are followed and stay; loops end.
+TEST(TempDir, GoesWithWhatIsInItAndFollowsLinks) {
+    FreshFolder const folder;
+    fs::path plain, linked;
+    fs::create_directories("other/deep");
+    for (char const* file : {"kept", "other/deep/file"}) std::ofstream(file) << "x";
+    {
+        TempDir dir("kd", ".d"), second;
+        EXPECT_TRUE(Looks(dir.Path(), "/tmp/kd[A-Za-z0-9]{12}\\.d")) << dir.Path();
+        plain = dir.Path().Get();
+        EXPECT_EQ(0700u, unsigned(fs::status(plain).permissions()));
+        fs::create_directories(plain / "a/b/.c");
+        for (char const* name : {"f", ".g", "a/b/.c/i"}) std::ofstream(plain / name) << "x";
+        fs::create_symlink(folder.Path() / "kept", plain / "a/link");
+        TempDir const moved(std::move(dir));
+
+        linked = second.Path().Get();
+        fs::create_directories(linked / "real");
+        fs::create_directories(linked / "gone/x");
+        for (char const* name : {"a", "b", "c", "d", "e", "f", "g", "h"})
+            fs::create_symlink("gone", linked / name);
+        fs::create_symlink("..", linked / "real/up");
+        fs::create_symlink(folder.Path() / "other", linked / "out");
+        fs::create_symlink("nowhere", linked / "dangling");
+    }
+    EXPECT_TRUE(!fs::exists(plain) && fs::exists("kept") && fs::is_empty("other"));
+    EXPECT_FALSE(fs::exists(linked / "gone")) << "whether a link to it came first or not";
+    for (char const* name : {"a", "out", "dangling", "real/up"})
+        EXPECT_TRUE(fs::is_symlink(linked / name)) << name;
+    fs::remove_all(linked);
+    EXPECT_STREQ("", TempDir("no/such", "").Path());
+}
+
+}  // namespace
