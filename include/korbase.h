@@ -31,6 +31,13 @@
 #include <geometry/gu_types.h>
 #include <geometry/octree_node.h>
 #include <geometry/stroke.h>
+#include <system/filemode.h>
+#include <system/fname.h>
+#include <system/pathname.h>
+#include <system/randname.h>
+#include <system/regexp.h>
+#include <system/tempfile.h>
+#include <system/userdir.h>
 #include <text/argumentvector.h>
 #include <text/bytestring.h>
 #include <text/except.h>
