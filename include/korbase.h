@@ -31,6 +31,8 @@
 #include <geometry/gu_types.h>
 #include <geometry/octree_node.h>
 #include <geometry/stroke.h>
+#include <system/datestr.h>
+#include <system/datetime.h>
 #include <system/filemode.h>
 #include <system/fname.h>
 #include <system/pathname.h>

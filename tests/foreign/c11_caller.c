@@ -6,6 +6,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <system/datestr.h>
 #include <text/memory.h>
 #include <text/numeric.h>
 #include <text/str.h>
@@ -78,9 +79,16 @@ static void check_geometry(void) {
           "gu_snap_ortho");
 }
 
+static void check_system(void) {
+    char date[19];
+    struct tm const fields = {.tm_mday = 5, .tm_mon = 10, .tm_year = 126};
+    check(CreateDateStr(date, &fields) == 9 && strcmp(date, "05-NOV-26") == 0, "CreateDateStr");
+}
+
 int main(void) {
     check_text();
     check_numbers();
     check_geometry();
+    check_system();
     return differences;
 }

@@ -6,7 +6,7 @@ program fortran_caller
     real :: value
     integer :: differences, consumed
     integer, external :: str_tofloat
-    external :: tolower, toupper
+    external :: tolower, toupper, getdatestr, gettimestr
 
     differences = 0
 
@@ -23,6 +23,12 @@ program fortran_caller
     call check(consumed == 7 .and. value == -1500.0, 'str_tofloat')
     consumed = str_tofloat('none' // char(0), value)
     call check(consumed == 0 .and. value == -1500.0, 'str_tofloat of no number')
+
+    field = '############'
+    call getdatestr(field)
+    call check(field(3:3) == '-' .and. field(7:7) == '-' .and. field(10:) == '###', 'getdatestr')
+    call gettimestr(field(2:))
+    call check(field(4:4) == ':' .and. field(7:7) == ':' .and. field(10:) == '###', 'gettimestr')
 
     if (differences > 0) stop 1
 

@@ -1,0 +1,135 @@
+#include "system/datetime.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <sstream>
+
+#include "tests/system/time_zone.h"
+
+namespace {
+
+// Days from 1 January 1970 to a day of the Gregorian calendar: 400 years have 146097 days, and in
+// years that begin with March the months before day 1 have (153 * m + 2) / 5 days.
+long long Days(int year, int month, int day) {
+    long long const y = month > 2 ? year : year - 1;
+    int const in_year = (153 * ((month + 9) % 12) + 2) / 5 + day - 1;
+    return y * 365 + y / 4 - y / 100 + y / 400 + in_year - 719468;
+}
+
+// Reads fields that are given in each of the forms; what time_t cannot hold is to be -1.
+void Check(char const* rules, int east_minutes, int y, int mo, int d, int h, int mi, int s) {
+    using Limits = std::numeric_limits<std::time_t>;
+    TimeZone const scope(rules);
+    long long want = Days(y, mo, d) * 86400 + h * 3600 + (mi - east_minutes) * 60 + s;
+    if (want < Limits::min() || want > Limits::max()) want = -1;
+    DateTime const made(y, mo, d, h, mi, s);
+    ASSERT_EQ(want, made.Seconds()) << rules << ' ' << y << '-' << mo << '-' << d << ' ' << h;
+    char text[80];
+    std::snprintf(text, sizeof text, "%04d%02d%02d%02d%02d%02d", y, mo, d, h, mi, s);
+    if (y <= 9999) {
+        ASSERT_EQ(want, DateTime(text).Seconds()) << rules << ' ' << text;
+        ASSERT_TRUE(want == -1 || made.Format("%Y%m%d%H%M%S", 1) == text) << rules << ' ' << text;
+    }
+    for (char const* form : {"%3$d.%2$d.%1$d %4$d:%5$d:%6$d", "%2$d/%3$d/%1$d %4$d:%5$d:%6$d",
+                             "%1$d-%2$02d-%3$02d.%4$d:%5$d:%6$d"}) {
+        std::snprintf(text, sizeof text, form, y, mo, d, h, mi, s);
+        ASSERT_EQ(want, DateTime(text).Seconds()) << rules << ' ' << text;
+    }
+}
+
+TEST(DateTime, TakesTimesInManyZones) {
+    char const *const cet = "CET-1CEST,M3.5.0,M10.5.0/3", *const est = "EST5EDT,M3.2.0,M11.1.0";
+    char const *const aest = "AEST-10AEDT,M10.1.0,M4.1.0/3", *const utc = "UTC0";
+    // Around changes of the clock; the last seconds of 32 bits and past them; the first and before.
+    struct {
+        char const* rules;
+        int east_minutes, y, mo, d, h, mi, s;
+    } const rows[] = {{cet, 60, 2026, 3, 29, 1, 59, 59},    {cet, 120, 2026, 3, 29, 3, 0, 0},
+                      {est, -240, 2026, 11, 1, 0, 59, 59},  {est, -300, 2026, 11, 1, 2, 0, 0},
+                      {aest, 660, 2026, 1, 1, 0, 0, 0},     {aest, 600, 2026, 7, 1, 0, 0, 0},
+                      {est, -300, 2038, 1, 18, 22, 14, 7},  {est, -300, 2038, 1, 18, 22, 14, 8},
+                      {aest, 660, 2038, 1, 19, 14, 14, 7},  {aest, 660, 2038, 1, 19, 14, 14, 8},
+                      {utc, 0, 1901, 12, 13, 20, 45, 52},   {utc, 0, 1901, 12, 13, 20, 45, 51},
+                      {utc, 0, INT_MAX, 12, 31, 23, 59, 59}};
+    for (auto const& r : rows) Check(r.rules, r.east_minutes, r.y, r.mo, r.d, r.h, r.mi, r.s);
+
+    std::mt19937 random(35);
+    auto const below = [&](unsigned n) { return static_cast<int>(random() % n); };
+    for (int i = 0; i < 2000 && !HasFatalFailure(); ++i) {
+        int const zone = below(4), east[] = {0, 330, -660, 840};
+        char const* const rules[] = {utc, "IST-5:30", "<-11>11", "<+14>-14"};
+        Check(rules[zone], east[zone], i % 2 ? 1901 + below(138) : 1000 + below(9000),
+              1 + below(12), 1 + below(28), below(24), below(60), below(60));
+    }
+    EXPECT_EQ(-1, DateTime(INT_MIN, 1, 1, 0, 0, 0).Seconds());
+    EXPECT_EQ(-1, DateTime(2026, INT_MIN, 1, 0, 0, 0).Seconds());
+}
+
+TEST(DateTime, ReadsTextsToTheirRules) {
+    TimeZone const scope("UTC0");
+    for (std::string const row :
+         {"202611151430=20261115 143000", "20261115143005rest=20261115 143005",
+          "2026 11 15 14 30=20261115 143000", "20261115143=20261115 140300",
+          "202611151430:45=20261115 143000", "15.11.26 14:30=20261115 143000",
+          "15.11.2026.14=20261115 140000", "2026--11-15 14::30:=20261115 143000",
+          "..15..11.26  14:30:05:99=20261115 143005", "15. 11.26 +14:30=20261115 143000",
+          "11/15/26.9:5=20261115 090500", "1.1.0 0=20000101 000000", "1.2.37 -1=20370131 230000",
+          "1/1/70 0=19700101 000000", "99-1-1 0=19990101 000000", "1.1.-5 0=19950101 000000"}) {
+        DateTime const time(row.substr(0, row.find('=')).c_str());
+        EXPECT_EQ(row.substr(row.find('=') + 1), time.Format("%Y%m%d %H%M%S", 0).Get()) << row;
+    }
+    std::istringstream rows(
+        "15.11.2026|11/15/26|2026-11-15|2026-11-15 ||.|:/-.|15.11 14:30|15.11.26 14:3x|noon|14h|"
+        "15.11.26 14:30:x|15.11.26 x|x.11.26 14|15.Nov.26 14|15.11.x 14|15/11.26 14|15.11.26 14:30 "
+        "|"
+        "1.1.00000000000002026 0|20261115 14:30|4.-2147483648.26 0");
+    for (std::string text; std::getline(rows, text, '|');)
+        EXPECT_EQ(-1, DateTime(text.c_str()).Seconds()) << text;
+    EXPECT_EQ(-1, DateTime(nullptr).Seconds());
+}
+
+TEST(DateTime, TimesOfDayAreTodayAndOnlyNumbersKeepTheFlagOfNow) {
+    // A zone where it is past 18 o'clock and daylight saving has begun at noon today.
+    std::time_t const now = std::time(nullptr);
+    std::tm utc = {};
+    gmtime_r(&now, &utc);
+    int const east = 18 - utc.tm_hour;
+    std::string const zone =
+        "AAA" + std::to_string(-east) + "BBB" + std::to_string(-east - 1) + ',';
+    int const day = utc.tm_yday;  // 18 o'clock there is on the same day as here
+    TimeZone const scope(zone + std::to_string(day) + "/12," + std::to_string((day + 30) % 365));
+
+    std::time_t const midnight = now / 86400 * 86400 - east * 3600;
+    EXPECT_EQ(midnight + 8 * 3600, DateTime("8").Seconds());
+    EXPECT_EQ(midnight + 8 * 3600 + 65, DateTime("8:01:05").Seconds());
+    EXPECT_EQ(midnight + 7 * 3600 + 65, DateTime(8, 1, 5).Seconds());
+    EXPECT_EQ(midnight + 17 * 3600, DateTime(18, 0, 0).Seconds());
+}
+
+TEST(DateTime, FormatsUpTo127CharactersAndStreamsInDecimal) {
+    TimeZone const scope("CET-1CEST,M3.5.0,M10.5.0/3");
+    DateTime time(2026, 7, 5, 1, 2, 3), other(12, 0, 0);
+    std::string const full(127, 'x');
+    EXPECT_STREQ("2026-07-05 01:02:03 CEST", time.Format("%F %T %Z", 1));
+    EXPECT_STREQ("Sun Jul  5 01:02:03 2026", time.Format(nullptr, 2));
+    EXPECT_STREQ("Sat Jul  4 23:02:03 2026", time.Format(nullptr, 0));
+    EXPECT_STREQ(full.c_str(), time.Format(full.c_str(), 1));
+    EXPECT_TRUE(time.Format((full + 'x').c_str(), 1).IsNull() && time.Format("", 1).IsNull());
+
+    std::stringstream in("1794753000 -1 ff"), out;
+    int number = 0;  // in the base of the stream, which stays
+    in >> std::hex >> time >> other >> number;
+    out << std::hex << time << ' ' << other << ' ' << number;
+    EXPECT_EQ(in.str(), out.str());
+    EXPECT_EQ(1794753000, time.Seconds());
+    for (char const* text : {"", "x", "99999999999999999999"})
+        EXPECT_TRUE(!(std::istringstream(text) >> time) && time.Seconds() == 1794753000) << text;
+    std::istringstream(std::to_string(LLONG_MAX)) >> time;  // no year of 64 bits, no time of 32
+    EXPECT_EQ(sizeof(time_t) == 8, time.Format("%Y", 0).IsNull() && time.Format("%Y", 1).IsNull());
+}
+
+}  // namespace
