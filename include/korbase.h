@@ -38,6 +38,8 @@
 #include <system/pathname.h>
 #include <system/randname.h>
 #include <system/regexp.h>
+#include <system/shl.h>
+#include <system/shlhandle.h>
 #include <system/tempfile.h>
 #include <system/userdir.h>
 #include <text/argumentvector.h>

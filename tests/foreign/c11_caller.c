@@ -7,6 +7,7 @@
 #include <stdlib.h>
 #include <string.h>
 #include <system/datestr.h>
+#include <system/shl.h>
 #include <text/memory.h>
 #include <text/numeric.h>
 #include <text/str.h>
@@ -83,6 +84,11 @@ static void check_system(void) {
     char date[19];
     struct tm const fields = {.tm_mday = 5, .tm_mon = 10, .tm_year = 126};
     check(CreateDateStr(date, &fields) == 9 && strcmp(date, "05-NOV-26") == 0, "CreateDateStr");
+
+    shl_t library = shl_load("libm.so.6", 0);
+    void* address = NULL;
+    check(library && shl_findsym(&library, "cos", 0, &address) == 0 && address, "shl_findsym");
+    check(library && shl_unload(library) == 0, "shl_unload");
 }
 
 int main(void) {
