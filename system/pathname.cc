@@ -86,7 +86,9 @@ Pathname& Pathname::SetExt(char const* ext) {
 
 Pathname& Pathname::ChExt(char const* ext) {
     if (IsNull() || !ext) return *this;
-    std::string changed(View().substr(0, ExtensionOf(View())));
+    std::size_t const at = ExtensionOf(View());
+    if (at != kNone && View().substr(at) == ext) return *this;
+    std::string changed(View().substr(0, at));
     return *this = (changed += ext).c_str();
 }
 

@@ -72,11 +72,14 @@ private:
 
 // As mktemp does it, whose use linkers warn about.
 TmpFile::TmpFile(char const* suffix) : name("") {
+    int const before = errno;
     for (int i = 0; i < kAttempts; ++i) {
         String_t const tried = "/tmp/kor" + SafeRandName::Get().SubStr(0, kTmpChars - 1);
         struct stat status;
         if (lstat(tried, &status) == 0 || errno == EOVERFLOW) continue;
-        if (errno == ENOENT) name = tried + suffix;
+        if (errno != ENOENT) return;
+        name = tried + suffix;
+        errno = before;
         return;
     }
 }

@@ -20,7 +20,6 @@ int Matched(char const* pattern, char const* name) {
 }
 
 TEST(FnameMatch, AgreesWithTheRules) {
-    EXPECT_TRUE(fname_match("a**", "a") == -1 && fname_match("*.c", "x.c") == 0);
     EXPECT_TRUE(fname_match(nullptr, nullptr) == 0 && fname_match("?", nullptr) == -1);
     std::mt19937 random(7);
     for (int i = 0; i < 50000; ++i) {

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "system/regexp.h"
 #include "tests/support/fresh_folder.h"
 
 namespace {
@@ -28,55 +29,60 @@ std::string Show(Text const&... texts) {
 using P = Pathname;
 
 TEST(Pathname, IsCutIntoPieces) {
-    struct {
-        char const *path, *arg, *want;  // directory, leaf, base, whether it is absolute, has `arg`
-    } const rows[] = {{nullptr, "", ". - - rel no"},     {"", "", ".   rel no"},
-                      {"a", "", ". a a rel has"},        {"x.c", nullptr, ". x.c x.c rel no"},
-                      {"/x", "x", "  / abs has"},        {"/", "b", "  / abs no"},
-                      {"a/bc", "/bc", "a bc a rel has"}, {"d/x.o", ".o", "d x d/x rel has"},
-                      {"d/.o", ".o", "d  d/ rel has"},   {".o", ".o", ".   rel no"},
-                      {"~u/", "u/x", "~u  ~u/ abs no"}};
+    // path, argument, then: directory, leaf, base, whether it is absolute, whether it has the
+    // argument
+    char const* const rows[][3] = {
+        {nullptr, "", ". - - rel no"},     {"", "", ".   rel no"},
+        {"a", "", ". a a rel has"},        {"x.c", nullptr, ". x.c x.c rel no"},
+        {"/x", "x", "  / abs has"},        {"/", "b", "  / abs no"},
+        {"a/bc", "/bc", "a bc a rel has"}, {"d/x.o", ".o", "d x d/x rel has"},
+        {"d/.o", ".o", "d  d/ rel has"},   {".o", ".o", ".   rel no"},
+        {"~u/", "u/x", "~u  ~u/ abs no"}};
     for (auto const& row : rows) {
-        P const p(row.path);
-        EXPECT_EQ(row.want, Show(p.Dir(), p.Leaf(row.arg), p.Base(row.arg),
-                                 p.IsAbs() ? "abs" : "rel", p.HasExt(row.arg) ? "has" : "no"));
+        P const p(row[0]);
+        EXPECT_EQ(row[2], Show(p.Dir(), p.Leaf(row[1]), p.Base(row[1]), p.IsAbs() ? "abs" : "rel",
+                               p.HasExt(row[1]) ? "has" : "no"));
     }
 }
 
 TEST(Pathname, TakesExtensionsAndNames) {
-    struct {
-        char const *path, *arg, *want;  // in the order of the calls below
-    } const rows[] = {{nullptr, ".o", "- - - .o .o"},
-                      {"", ".o", ".o .o .o .o .o"},
-                      {"x.c", nullptr, "x.c x.c x.c x.c x.c"},
-                      {"/", "b", "/b /b /b /b b//"},
-                      {"a", "", "a a a a/ /a"},
-                      {"x.c", ".o", "x.c.o x.o x.c x.c/.o .o/x.c"},
-                      {"x.o", ".o", "x.o x.o x.o x.o/.o .o/x.o"},
-                      {"x.", ".o", "x..o x.o x. x./.o .o/x."},
-                      {"d.e/x", ".o", "d.e/x.o d.e/x.o d.e/x.o d.e/x/.o .o/d.e/x"},
-                      {"a/.c", ".o", "a/.c.o a/.o a/.c a/.c/.o .o/a/.c"},
-                      {"a.b/", "x", "a.b/x a.b/x a.b/x a.b//x x/a.b/"},
-                      {".o", ".o", ".o .o.o .o.o .o/.o .o/.o"}};
+    char const* const rows[][3] = {{nullptr, ".o", "- - - .o .o"},
+                                   {"", ".o", ".o .o .o .o .o"},
+                                   {"x.c", nullptr, "x.c x.c x.c x.c x.c"},
+                                   {"/", "b", "/b /b /b /b b//"},
+                                   {"a", "", "a a a a/ /a"},
+                                   {"x.c", ".o", "x.c.o x.o x.c x.c/.o .o/x.c"},
+                                   {"x.o", ".o", "x.o x.o x.o x.o/.o .o/x.o"},
+                                   {"x.", ".o", "x..o x.o x. x./.o .o/x."},
+                                   {"d.e/x", ".o", "d.e/x.o d.e/x.o d.e/x.o d.e/x/.o .o/d.e/x"},
+                                   {"a/.c", ".o", "a/.c.o a/.o a/.c a/.c/.o .o/a/.c"},
+                                   {"a.b/", "x", "a.b/x a.b/x a.b/x a.b//x x/a.b/"},
+                                   {".o", ".o", ".o .o.o .o.o .o/.o .o/.o"}};
     for (auto const& row : rows) {
-        P const p(row.path);
-        EXPECT_EQ(row.want, Show(P(p).SetExt(row.arg), P(p).ChExt(row.arg), P(row.path, row.arg),
-                                 P(p).Append(row.arg), P(p).Insert(row.arg)));
+        P const p(row[0]);
+        EXPECT_EQ(row[2], Show(P(p).SetExt(row[1]), P(p).ChExt(row[1]), P(row[0], row[1]),
+                               P(p).Append(row[1]), P(p).Insert(row[1])));
     }
 }
 
-TEST(Pathname, TransformsForeignNamesInItsCopiesToo) {
-    struct {
-        char const *path, *want;  // the path, a copy, a piece
-    } const rows[] = {{nullptr, "- - -"},       {"C:\\Dir\\F", "/c:/dir/f c:/dir/f C:\\Dir\\F"},
-                      {"X\\Y", "x/y x/y X\\Y"}, {"d:", "/d:/ d: d:"},
-                      {"D:x", "/d:/x d:x D:x"}, {"Ab:c", "Ab:c Ab:c Ab:c"},
-                      {"\\C:", "/c: /c: \\C:"}};
+TEST(Pathname, SharesItsTextUntilItChanges) {
+    char const* const rows[][2] = {
+        {nullptr, "- - -"},       {"C:\\Dir\\F", "/c:/dir/f c:/dir/f C:\\Dir\\F"},
+        {"X\\Y", "x/y x/y X\\Y"}, {"d:", "/d:/ d: d:"},
+        {"D:x", "/d:/x d:x D:x"}, {"Ab:c", "Ab:c Ab:c Ab:c"},
+        {"\\C:", "/c: /c: \\C:"}};
     for (auto const& row : rows) {
-        P path(row.path), copy(path);
+        P path(row[0]), copy(path);
         String_t const piece = path.Base();
-        EXPECT_EQ(row.want, Show(path.Transform(), copy, piece));
+        EXPECT_EQ(row[1], Show(path.Transform(), copy, piece));
     }
+    P const path("a/x.o");
+    P copy;
+    copy = static_cast<String_t const&>(path);
+    for (P const& p : {copy.ChExt(".o"), copy.ChExtOpt(".c"), copy.Append(nullptr)})
+        EXPECT_EQ(path.Get(), p.Get());
+    copy.Append(copy).ChExt(copy.Get() + 8);
+    EXPECT_EQ("a/x.o/a/xx.o a/x.o", Show(copy, path));
 }
 
 // Component by component, as one would do it by hand.
@@ -107,66 +113,61 @@ TEST(Pathname, CollapsesLikeTheModel) {
         for (auto n = random() % 14; n > 0; --n) paths.back() += parts[random() % 9];
     }
     for (auto const& path : paths) {
-        Pathname const source(path.c_str());
-        ASSERT_EQ(Collapsed(path), Show(Pathname(source).Collapse())) << path;
+        P const source(path.c_str());
+        ASSERT_EQ(Collapsed(path), Show(P(source).Collapse())) << path;
         ASSERT_EQ(path, Show(source)) << "a copy changed";
     }
-    EXPECT_EQ("-", Show(Pathname().Collapse()));
+    EXPECT_EQ("-", Show(P().Collapse()));
 }
 
 TEST(Pathname, PutsTheRightDirectoryInFront) {
     FreshFolder const folder;
     std::string const cwd = fs::current_path(), home = getpwuid(getuid())->pw_dir;
-    struct {
-        std::string path, want;
-    } const rows[] = {{"", ""},
-                      {"/a/../b/", "/b"},
-                      {"x/./y", cwd + "/x/y"},
-                      {".", cwd},
-                      {"a/..", cwd},
-                      {"~", home},
-                      {"~/a/../b", home + "/b"},
-                      {"~root//x/", getpwnam("root")->pw_dir + std::string("/x")},
-                      {"~no such user/../a", "~no such user/../a"}};
-    for (auto const& row : rows) EXPECT_EQ(row.want, Show(Pathname(row.path.c_str()).Abs()));
-    EXPECT_EQ("- " + home + "/b", Show(Pathname().Abs(), Pathname("~//b").Collapse()));
-    EXPECT_EQ(cwd + " " + cwd + "/n", Show(Pathname::Cwd(), Pathname::Cwd("n")));
-    EXPECT_EQ(home + " " + home + "/n", Show(Pathname::Home(), Pathname::Home("n")));
+    std::string const rows[][2] = {{"", ""},
+                                   {"/a/../b/", "/b"},
+                                   {"x/./y", cwd + "/x/y"},
+                                   {".", cwd},
+                                   {"a/..", cwd},
+                                   {"~", home},
+                                   {"~/a/../b", home + "/b"},
+                                   {"~root//x/", getpwnam("root")->pw_dir + std::string("/x")},
+                                   {"~no such user/../a", "~no such user/../a"}};
+    for (auto const& row : rows) EXPECT_EQ(row[1], Show(P(row[0].c_str()).Abs()));
+    EXPECT_EQ("- " + home + "/b", Show(P().Abs(), P("~//b").Collapse()));
+    EXPECT_EQ(cwd + " " + cwd + "/n", Show(P::Cwd(), P::Cwd("n")));
+    EXPECT_EQ(home + " " + home + "/n", Show(P::Home(), P::Home("n")));
     fs::remove(folder.Path());
-    EXPECT_EQ("- n . x", Show(Pathname::Cwd(), Pathname::Cwd("n"), Pathname(".").Abs(),
-                              Pathname("./x/").Abs()));
+    EXPECT_EQ("- n . x", Show(P::Cwd(), P::Cwd("n"), P(".").Abs(), P("./x/").Abs()));
 }
 
 TEST(Pathname, IsRewrittenByRules) {
-    struct {
-        char const *path, *rule, *want;
-    } const rows[] = {{"xay", "#a#b#", "0 by"},
-                      {"xyz", "#a#b#", "1 xyz"},
-                      {"/net/h", "|/net/|/home/", "0 /home/h"},
-                      {"xay", "#a", "0 y"},
-                      {"xa", "#a", "0 "},
-                      {"xay", "#a##rest", "0 y"},
-                      {"xay", "", "1 xay"},
-                      {"xay", nullptr, "1 xay"},
-                      {"xay", "#^x#b#", "1 xay"},
-                      {"xay", "#y$#b#", "1 xay"},
-                      {"xaay", "#a\\{2\\}#b#c", "0 by"},
-                      {nullptr, "#a#b#", "1 -"},
-                      {"xay", "##b#", "0 bxay"}};
+    char const* const rows[][3] = {{"xay", "#a#b#", "0 by"},
+                                   {"xyz", "#a#b#", "1 xyz"},
+                                   {"/net/h", "|/net/|/home/", "0 /home/h"},
+                                   {"xay", "#a", "0 y"},
+                                   {"xa", "#a", "0 "},
+                                   {"xay", "#a##rest", "0 y"},
+                                   {"xay", "", "1 xay"},
+                                   {"xay", nullptr, "1 xay"},
+                                   {"xay", "#^x#b#", "1 xay"},
+                                   {"xay", "#y$#b#", "1 xay"},
+                                   {"xaay", "#a\\{2\\}#b#c", "0 by"},
+                                   {nullptr, "#a#b#", "1 -"},
+                                   {"xay", "##b#", "0 bxay"}};
     for (auto const& row : rows) {
-        Pathname path(row.path);
-        std::string const result = std::to_string(path.ApplySubst(row.rule));
-        EXPECT_EQ(row.want, result + ' ' + Show(path));
+        P path(row[0]);
+        std::string const result = std::to_string(path.ApplySubst(row[1]));
+        EXPECT_EQ(row[2], result + ' ' + Show(path));
     }
-    Pathname path("xay");
+    P path("xay");
     testing::internal::CaptureStderr();
-    EXPECT_EQ(0, path.ApplySubst("#a[#b#"));
+    EXPECT_TRUE(path.ApplySubst("#a[#b#") == 0 && path == "xay");
     std::string const message = testing::internal::GetCapturedStderr();
-    EXPECT_TRUE(path == "xay" && message.size() > 1 && message.find('\n') == message.size() - 1);
+    EXPECT_EQ((Regexp("a[").ErrorString() + "\n").Get(), message);
 
     TOList<String_t> rules;
     for (char const* rule : {"#nowhere#x#", "#/b#/../c#", "#c#d#"}) rules.Append(rule);
-    EXPECT_EQ("/../c/e", Show(Pathname("/a/./b/e").Abs(rules))) << "the first match, not collapsed";
+    EXPECT_EQ("/../c/e", Show(P("/a/./b/e").Abs(rules))) << "the first match, not collapsed";
 }
 
 TEST(Pathname, MakesAndFindsDirectories) {
@@ -187,19 +188,19 @@ TEST(Pathname, MakesAndFindsDirectories) {
                       {"file", 0, "."},
                       {std::string(300, 'n'), -ENAMETOOLONG, "."}};
     for (auto const& row : rows) {
-        EXPECT_EQ(row.want, Pathname::Mkdir(Pathname(row.path.c_str()), 0700)) << row.path;
+        EXPECT_EQ(row.want, P::Mkdir(P(row.path.c_str()), 0700)) << row.path;
         EXPECT_TRUE(fs::is_directory(row.made)) << row.path;
     }
     EXPECT_EQ(0700u, unsigned(fs::status("a/b/d").permissions()));
-    EXPECT_EQ(0, Pathname::MkLeadingDirs(Pathname("g/h/file"), 0700));
+    EXPECT_EQ(0, P::MkLeadingDirs(P("g/h/file"), 0700));
     EXPECT_TRUE(fs::is_empty("g/h") && !fs::exists("a/b/c") && !fs::exists("x"));
-    EXPECT_EQ(-EINVAL, Pathname::MkLeadingDirs(Pathname("/x"), 0700));
-    EXPECT_EQ(0, Pathname::MkLeadingDirs(Pathname("x"), 0700));
+    EXPECT_EQ(-EINVAL, P::MkLeadingDirs(P("/x"), 0700));
+    EXPECT_EQ(0, P::MkLeadingDirs(P("x"), 0700));
 
     TOList<String_t> found;
     found.Append("old");
-    EXPECT_EQ(3, Pathname::Glob(Pathname("[a-g]"), GLOB_MARK, found));
-    EXPECT_EQ(-GLOB_NOMATCH, Pathname::Glob(Pathname(), 0, found));
+    EXPECT_EQ(3, P::Glob(P("[a-g]"), GLOB_MARK, found));
+    EXPECT_EQ(-GLOB_NOMATCH, P::Glob(P(), 0, found));
     std::string all;
     for (String_t const& path : found) all += path + " ";
     EXPECT_EQ("old a/ e/ g/ ", all);

@@ -14,8 +14,7 @@ TEST(Regexp, FindsAndKeepsTheLastError) {
     EXPECT_NE(success, pattern.ErrorString());
     EXPECT_EQ(0, none.Match("b"));
     EXPECT_EQ(REG_NOMATCH, Regexp("^b").Match("b", nullptr, REG_NOTBOL));
-    EXPECT_NE(0, bad.Error());
-    EXPECT_EQ(bad.Error(), bad.Match("a["));
+    EXPECT_TRUE(bad.Error() != 0 && bad.Match("a[") == bad.Error());
     EXPECT_NE(pattern.ErrorString(), bad.ErrorString());
 }
 
