@@ -9,10 +9,12 @@
 #include <cerrno>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "system/regexp.h"
 #include "tests/support/fresh_folder.h"
+#include "text/strlist.h"
 
 namespace {
 
@@ -29,8 +31,6 @@ std::string Show(Text const&... texts) {
 using P = Pathname;
 
 TEST(Pathname, IsCutIntoPieces) {
-    // path, argument, then: directory, leaf, base, whether it is absolute, whether it has the
-    // argument
     char const* const rows[][3] = {
         {nullptr, "", ". - - rel no"},     {"", "", ".   rel no"},
         {"a", "", ". a a rel has"},        {"x.c", nullptr, ". x.c x.c rel no"},
@@ -53,8 +53,6 @@ TEST(Pathname, TakesExtensionsAndNames) {
                                    {"a", "", "a a a a/ /a"},
                                    {"x.c", ".o", "x.c.o x.o x.c x.c/.o .o/x.c"},
                                    {"x.o", ".o", "x.o x.o x.o x.o/.o .o/x.o"},
-                                   {"x.", ".o", "x..o x.o x. x./.o .o/x."},
-                                   {"d.e/x", ".o", "d.e/x.o d.e/x.o d.e/x.o d.e/x/.o .o/d.e/x"},
                                    {"a/.c", ".o", "a/.c.o a/.o a/.c a/.c/.o .o/a/.c"},
                                    {"a.b/", "x", "a.b/x a.b/x a.b/x a.b//x x/a.b/"},
                                    {".o", ".o", ".o .o.o .o.o .o/.o .o/.o"}};
@@ -134,26 +132,17 @@ TEST(Pathname, PutsTheRightDirectoryInFront) {
                                    {"~no such user/../a", "~no such user/../a"}};
     for (auto const& row : rows) EXPECT_EQ(row[1], Show(P(row[0].c_str()).Abs()));
     EXPECT_EQ("- " + home + "/b", Show(P().Abs(), P("~//b").Collapse()));
-    EXPECT_EQ(cwd + " " + cwd + "/n", Show(P::Cwd(), P::Cwd("n")));
-    EXPECT_EQ(home + " " + home + "/n", Show(P::Home(), P::Home("n")));
+    EXPECT_EQ(cwd + "/n " + home + "/n " + home, Show(P::Cwd("n"), P::Home("n"), P::Home()));
     fs::remove(folder.Path());
     EXPECT_EQ("- n . x", Show(P::Cwd(), P::Cwd("n"), P(".").Abs(), P("./x/").Abs()));
 }
 
 TEST(Pathname, IsRewrittenByRules) {
-    char const* const rows[][3] = {{"xay", "#a#b#", "0 by"},
-                                   {"xyz", "#a#b#", "1 xyz"},
-                                   {"/net/h", "|/net/|/home/", "0 /home/h"},
-                                   {"xay", "#a", "0 y"},
-                                   {"xa", "#a", "0 "},
-                                   {"xay", "#a##rest", "0 y"},
-                                   {"xay", "", "1 xay"},
-                                   {"xay", nullptr, "1 xay"},
-                                   {"xay", "#^x#b#", "1 xay"},
-                                   {"xay", "#y$#b#", "1 xay"},
-                                   {"xaay", "#a\\{2\\}#b#c", "0 by"},
-                                   {nullptr, "#a#b#", "1 -"},
-                                   {"xay", "##b#", "0 bxay"}};
+    char const* const rows[][3] = {{"xay", "|a|b|", "0 by"},   {"xyz", "#a#b#", "1 xyz"},
+                                   {"xay", "#a", "0 y"},       {"xa", "#a", "0 "},
+                                   {"xay", nullptr, "1 xay"},  {"xay", "#^x#b#", "1 xay"},
+                                   {"xay", "#y$#b#", "1 xay"}, {"xaay", "#a\\{2\\}#b#c", "0 by"},
+                                   {nullptr, "#a#b#", "1 -"},  {"xay", "##b#", "0 bxay"}};
     for (auto const& row : rows) {
         P path(row[0]);
         std::string const result = std::to_string(path.ApplySubst(row[1]));
@@ -162,8 +151,7 @@ TEST(Pathname, IsRewrittenByRules) {
     P path("xay");
     testing::internal::CaptureStderr();
     EXPECT_TRUE(path.ApplySubst("#a[#b#") == 0 && path == "xay");
-    std::string const message = testing::internal::GetCapturedStderr();
-    EXPECT_EQ((Regexp("a[").ErrorString() + "\n").Get(), message);
+    EXPECT_EQ(Regexp("a[").ErrorString() + "\n", testing::internal::GetCapturedStderr().c_str());
 
     TOList<String_t> rules;
     for (char const* rule : {"#nowhere#x#", "#/b#/../c#", "#c#d#"}) rules.Append(rule);
@@ -173,37 +161,29 @@ TEST(Pathname, IsRewrittenByRules) {
 TEST(Pathname, MakesAndFindsDirectories) {
     FreshFolder const folder;
     close(creat("file", 0600));
-    struct {
-        std::string path;
-        int want;
-        char const* made;
-    } const rows[] = {{"a/b//c/../d/", 0, "a/b/d"},
-                      {"a/b/d", 0, "a"},
-                      {".", 0, "."},
-                      {"..", 0, "."},
-                      {"x/..", 0, "."},
-                      {folder.Path() / "e/f", 0, "e/f"},
-                      {"", -EINVAL, "."},
-                      {"file/x/y", -ENOTDIR, "."},
-                      {"file", 0, "."},
-                      {std::string(300, 'n'), -ENAMETOOLONG, "."}};
-    for (auto const& row : rows) {
-        EXPECT_EQ(row.want, P::Mkdir(P(row.path.c_str()), 0700)) << row.path;
-        EXPECT_TRUE(fs::is_directory(row.made)) << row.path;
-    }
+    std::string const absolute = folder.Path() / "e/f", long_name(300, 'n');
+    std::pair<char const*, int> const rows[] = {{"a/b//c/../d/", 0},
+                                                {"a/b/d", 0},
+                                                {".", 0},
+                                                {"..", 0},
+                                                {"x/..", 0},
+                                                {absolute.c_str(), 0},
+                                                {"", -EINVAL},
+                                                {nullptr, -EINVAL},
+                                                {"file/x/y", -ENOTDIR},
+                                                {"file", 0},
+                                                {long_name.c_str(), -ENAMETOOLONG}};
+    for (auto const& row : rows) EXPECT_EQ(row.second, P::Mkdir(P(row.first), 0700)) << row.first;
     EXPECT_EQ(0700u, unsigned(fs::status("a/b/d").permissions()));
-    EXPECT_EQ(0, P::MkLeadingDirs(P("g/h/file"), 0700));
+    for (auto const& row : {std::pair("g/h/file", 0), {"/x", -EINVAL}, {"x", 0}})
+        EXPECT_EQ(row.second, P::MkLeadingDirs(P(row.first), 0700)) << row.first;
     EXPECT_TRUE(fs::is_empty("g/h") && !fs::exists("a/b/c") && !fs::exists("x"));
-    EXPECT_EQ(-EINVAL, P::MkLeadingDirs(P("/x"), 0700));
-    EXPECT_EQ(0, P::MkLeadingDirs(P("x"), 0700));
 
     TOList<String_t> found;
     found.Append("old");
     EXPECT_EQ(3, P::Glob(P("[a-g]"), GLOB_MARK, found));
     EXPECT_EQ(-GLOB_NOMATCH, P::Glob(P(), 0, found));
-    std::string all;
-    for (String_t const& path : found) all += path + " ";
-    EXPECT_EQ("old a/ e/ g/ ", all);
+    EXPECT_EQ("old a/ e/ g/", Concat(found, ' '));
 }
 
 }  // namespace
