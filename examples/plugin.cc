@@ -3,8 +3,9 @@
 //   plugin [-p PATH] LIBRARY X Y X Y X Y...
 //
 // LIBRARY is looked for by the system's loader, then in the folders of PATH, which are separated by
-// ":" or ","; without -p, in the folder of this program. The coordinates are database units. Prints
-// the name and the value of the measure; the exit status is 1 after a complaint.
+// ":" or ","; without -p, in the folder by which this program was called. The coordinates are
+// database units. Prints the name and the value of the measure; the exit status is 1 after a
+// complaint.
 #include <system/pathname.h>
 #include <system/shlhandle.h>
 #include <text/str.h>

@@ -13,13 +13,14 @@ ShlHandle& ShlHandle::operator=(ShlHandle& other) noexcept {
 }
 
 int ShlHandle::Load(char const* name, char const* search_path) {
-    // Kept: the handle from before is not unloaded.
-    handle = shl_load(name, 0);
-
-    StringTok next(handle ? nullptr : search_path);
-    while (char const* const folder = handle ? nullptr : next(":,"))
+    handle = shl_load(name, 0);  // kept: the library from before is not unloaded
+    if (handle) return 0;
+    StringTok next(search_path);
+    while (char const* const folder = next(":,")) {
         handle = shl_load(Pathname(folder).Append(name), 0);
-    return handle ? 0 : -EINVAL;
+        if (handle) return 0;
+    }
+    return -EINVAL;
 }
 
 void ShlHandle::Unload() noexcept {

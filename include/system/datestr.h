@@ -25,7 +25,7 @@ KORBASE_API char* getctime(char* dst);
 
 /* Write the current date or time of day in the forms above. Kept: exactly 9 or 8 characters without
  * a terminator. The names with an underscore are the same functions for languages that append one
- * and keep text in fields of fixed length. */
+ * and keep text in blank-padded fields; what a longer field holds behind the text stays. */
 KORBASE_API void getdatestr(char* dst);
 KORBASE_API void gettimestr(char* dst);
 KORBASE_API void getdatestr_(char* dst);

@@ -30,9 +30,9 @@ public:
     //     2026-11-15 14                   year-month-day
     //     14:30                           today
     //
-    // Minute and second may be missing. Kept: the hour may not, a date alone is -1. Text behind the
-    // second, or behind digits, is not looked at. In the forms with separators, years below 70 are
-    // in this century, those from 70 to 99 in the last.
+    // Minute and second may be missing. Kept: the hour may not, a date alone is -1. What follows
+    // the digits, or a ":" behind the second, is not looked at. In the forms with separators 2000
+    // is added to years below 70, and 1900 to those from 70 to 99.
     explicit DateTime(char const* text);
 
     // The time as strftime writes it in at most 127 characters, in local time when `local` is not

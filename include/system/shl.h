@@ -16,8 +16,8 @@ typedef void* shl_t; /* the loader's handle */
  * when that fails, else a handle for shl_unload; each load of the same library counts. */
 KORBASE_API shl_t shl_load(char const* path, int flags);
 
-/* Stores the address of a symbol of the library or of those it depends on into *value. Kept: the
- * result is 0 also when there is none; the value is null then. `type` is ignored. */
+/* Stores the address of a symbol of the library *handle, or of those it depends on, into *value.
+ * Kept: the result is 0 also when there is none; the value is null then. `type` is ignored. */
 KORBASE_API int shl_findsym(shl_t* handle, char const* symbol, short type, void** value);
 
 /* Gives back a handle that is not null; with its last one, the library and its addresses go.

@@ -25,7 +25,7 @@ public:
 
     // Loads a library: `name` as shl_load takes it, or else the first that loads among the files of
     // that name in the folders of `search_path`, which are separated by ":" and ",". No folders for
-    // null. Returns 0, or -22 (-EINVAL) and then nothing is loaded.
+    // null. Returns 0, or -22 (-EINVAL) and then nothing is loaded. Throws std::bad_alloc.
     //
     // Kept: a library that this object had stays loaded for good, also when this fails: Unload()
     // first.

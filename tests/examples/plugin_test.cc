@@ -1,24 +1,13 @@
-// Runs the program with the plug-in beside it and looks at its output and status.
-#include <gtest/gtest.h>
-#include <stdio.h>
-#include <sys/wait.h>
-
-#include <string>
+// Runs the program with the plug-in beside it and looks at its outputs and status.
+#include "program.h"
 
 namespace {
 
-// What it prints on both outputs, and its exit status behind that.
-std::string Output(std::string const& arguments) {
-    FILE* const pipe = popen(("{ " PLUGIN_COMMAND " " + arguments + "; } 2>&1").c_str(), "r");
-    if (!pipe) return "no pipe";
-    std::string out;
-    for (int c; (c = getc(pipe)) != EOF;) out += static_cast<char>(c);
-    int const status = pclose(pipe);
-    return out + (WIFEXITED(status) ? std::to_string(WEXITSTATUS(status)) : "killed");
-}
+using Plugin = Program;
 
-TEST(Plugin, MeasuresAlongTheSearchPathOrComplains) {
+TEST_F(Plugin, MeasuresAlongTheSearchPathOrComplains) {
     std::string const square = " 0 0 10 0 10 10 0 10";
+    std::string const usage = "usage: plugin [-p PATH] LIBRARY X Y X Y X Y...\n1";
     struct {
         std::string arguments, want;
     } const rows[] = {
@@ -29,10 +18,16 @@ TEST(Plugin, MeasuresAlongTheSearchPathOrComplains) {
         {"libm.so.6" + square, "plugin: libm.so.6: is no plug-in of this program\n1"},
         {"x.so 0 0 1 1 2 3px", "plugin: 3px: is no coordinate\n1"},
         {"x.so 0 0 1 1 2147483648 0", "plugin: 2147483648: is no coordinate\n1"},
-        {"compactness.so" + square + " >/dev/full", "plugin: standard output: cannot write\n1"}};
-    for (auto const& row : rows) EXPECT_EQ(row.want, Output(row.arguments)) << row.arguments;
-    for (char const* few : {"", "-p", "-p /", "x.so", "x.so 0 0 1 1", "x.so 0 0 1 1 2 2 3"})
-        EXPECT_EQ("usage: plugin [-p PATH] LIBRARY X Y X Y X Y...\n1", Output(few)) << few;
+        {"compactness.so" + square + " >/dev/full", "plugin: standard output: cannot write\n1"},
+        {"", usage},
+        {"-p", usage},
+        {"-p /", usage},
+        {"x.so 0 0 1 1", usage},
+        {"x.so 0 0 1 1 2 2 3", usage}};
+    for (auto const& row : rows) {
+        int const status = RunProgram(PLUGIN_COMMAND, row.arguments);
+        EXPECT_EQ(row.want, out + err + std::to_string(status)) << row.arguments;
+    }
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ protected:
         fs::create_directory(root / "a");
     }
     void TearDown() override { fs::remove_all(root); }
-    std::string Path(char const* name) const { return (root / name).string(); }
+    std::string Path(char const* name) const { return root / name; }
 
     // The path by which Load loads a library, "" for none.
     static std::string Found(std::string const& name, std::string const& search_path) {
@@ -47,6 +47,7 @@ TEST_F(Shl, SearchesTheFoldersInOrder) {
     EXPECT_EQ(Path("b/probe.so"), Found("probe.so", path));
     EXPECT_EQ(Path("d/other.so"), Found("other.so", path));
     EXPECT_EQ(Path("c/probe.so"), Found(Path("c/probe.so"), path));
+    EXPECT_EQ(Path("b/probe.so"), Found(Path("b/probe.so").substr(1), "/"));
     EXPECT_EQ("", Found("missing.so", path));
     EXPECT_EQ("", Found("probe.so", ":,"));
     EXPECT_EQ(-22, ShlHandle().Load("probe.so", nullptr));

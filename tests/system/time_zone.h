@@ -1,26 +1,19 @@
-// Puts the process into a time zone for a scope.
+// Puts the process into a time zone for a scope. Calls no tzset: the code under test has to.
 #ifndef KORBASE_TESTS_SYSTEM_TIME_ZONE_H
 #define KORBASE_TESTS_SYSTEM_TIME_ZONE_H
 
 #include <stdlib.h>
-#include <time.h>
 
 #include <string>
 
 class TimeZone {
 public:
-    explicit TimeZone(std::string const& rules) {
-        char const* const old = getenv("TZ");
-        if ((was_set = old)) before = old;
+    explicit TimeZone(std::string const& rules) : before(getenv("TZ") ? getenv("TZ") : "") {
         setenv("TZ", rules.c_str(), 1);
     }
-    ~TimeZone() {
-        was_set ? setenv("TZ", before.c_str(), 1) : unsetenv("TZ");
-        tzset();
-    }
+    ~TimeZone() { before.empty() ? unsetenv("TZ") : setenv("TZ", before.c_str(), 1); }
 
 private:
-    bool was_set;
     std::string before;
 };
 
