@@ -8,7 +8,8 @@
 
 class TimeZone {
 public:
-    explicit TimeZone(std::string const& rules) : before(getenv("TZ") ? getenv("TZ") : "") {
+    explicit TimeZone(std::string const& rules) {
+        if (char const* const old = getenv("TZ")) before = old;
         setenv("TZ", rules.c_str(), 1);
     }
     ~TimeZone() { before.empty() ? unsetenv("TZ") : setenv("TZ", before.c_str(), 1); }
