@@ -8,9 +8,7 @@ using Plugin = Program;
 TEST_F(Plugin, MeasuresAlongTheSearchPathOrComplains) {
     std::string const square = " 0 0 10 0 10 10 0 10";
     std::string const usage = "usage: plugin [-p PATH] LIBRARY X Y X Y X Y...\n1";
-    struct {
-        std::string arguments, want;
-    } const rows[] = {
+    std::string const rows[][2] = {
         {"compactness.so" + square, "compactness 0.785398\n0"},
         {"-p /missing," PLUGIN_FOLDER " compactness.so" + square, "compactness 0.785398\n0"},
         {PLUGIN_FOLDER "/compactness.so 5 5 5 5 5 5", "compactness 0\n0"},
@@ -24,9 +22,9 @@ TEST_F(Plugin, MeasuresAlongTheSearchPathOrComplains) {
         {"-p /", usage},
         {"x.so 0 0 1 1", usage},
         {"x.so 0 0 1 1 2 2 3", usage}};
-    for (auto const& row : rows) {
-        int const status = RunProgram(PLUGIN_COMMAND, row.arguments);
-        EXPECT_EQ(row.want, out + err + std::to_string(status)) << row.arguments;
+    for (auto const& [arguments, want] : rows) {
+        int const status = RunProgram(PLUGIN_COMMAND, arguments);
+        EXPECT_EQ(want, out + err + std::to_string(status)) << arguments;
     }
 }
 

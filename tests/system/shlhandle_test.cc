@@ -31,20 +31,18 @@ protected:
 
 TEST_F(Shl, SearchesTheFoldersInOrder) {
     std::string const path = Path("a") + ":," + Path("b") + "," + Path("c") + ":" + Path("d");
-    struct {
-        std::string name, path, found;
-    } const rows[] = {{"probe.so", path, Path("b/probe.so")},
-                      {"other.so", path, Path("d/other.so")},
-                      {Path("c/probe.so"), path, Path("c/probe.so")},
-                      {Path("b/probe.so").substr(1), "/", Path("b/probe.so")},
-                      {"missing.so", path, ""},
-                      {"probe.so", ":,", ""}};
-    for (auto const& row : rows) {
+    std::string const rows[][3] = {{"probe.so", path, Path("b/probe.so")},
+                                   {"other.so", path, Path("d/other.so")},
+                                   {Path("c/probe.so"), path, Path("c/probe.so")},
+                                   {Path("b/probe.so").substr(1), "/", Path("b/probe.so")},
+                                   {"missing.so", path, ""},
+                                   {"probe.so", ":,", ""}};
+    for (auto const& [name, folders, found] : rows) {
         ShlHandle shl;
-        EXPECT_EQ(row.found.empty() ? -22 : 0, shl.Load(row.name.c_str(), row.path.c_str()));
+        EXPECT_EQ(found.empty() ? -22 : 0, shl.Load(name.c_str(), folders.c_str()));
         Dl_info info = {};
         void* const symbol = shl.FindSym("on_unload");
-        EXPECT_EQ(row.found, symbol && dladdr(symbol, &info) ? info.dli_fname : "") << row.name;
+        EXPECT_EQ(found, symbol && dladdr(symbol, &info) ? info.dli_fname : "") << name;
     }
     EXPECT_EQ(-22, ShlHandle().Load("probe.so", nullptr));
     ShlHandle const system("libm.so.6", Path("c").c_str());  // the loader finds its own first
