@@ -1,0 +1,50 @@
+#include "system/bio.h"
+
+#include "processes.h"
+
+namespace {
+
+class Bio : public ProcessTest {};
+
+TEST_F(Bio, OpensCreatesReadsAndRewrites) {
+    std::string const path = folder + "/file";
+    int const len = static_cast<int>(path.size()) + 1;
+    FILE* file = bio_open((path + "tail").c_str(), len);  // cut to the path
+    ASSERT_NE(nullptr, file);
+    EXPECT_EQ(1, bio_eof(file));
+    for (int n : {4, 0, -1}) bio_put(file, "abcdef", n);
+    EXPECT_EQ(0, bio_close(file));
+
+    file = bio_open(path.c_str(), len);
+    ASSERT_NE(nullptr, file);
+    EXPECT_EQ(0, bio_eof(file));
+    char data[11] = "..........";
+    EXPECT_EQ(0, bio_get(file, data, -1));
+    EXPECT_EQ(4, bio_get(file, data, 10));
+    EXPECT_STREQ("abcd......", data);
+    EXPECT_EQ(1, bio_eof(file));
+    bio_reset(file);
+    EXPECT_EQ(1, bio_get(file, data, 1));
+    EXPECT_EQ(0, bio_rewrite(file));
+    bio_put(file, "xy", 2);
+    EXPECT_EQ(0, bio_close(file));
+    EXPECT_EQ("xy", ReadFile(path));
+    for (int bad : {0, -1}) EXPECT_EQ(nullptr, bio_open(path.c_str(), bad));
+    EXPECT_EQ(nullptr, bio_open((path + "/x").c_str(), 1000));
+}
+
+TEST_F(Bio, RunsCommandsInTheShell) {
+    char data[10];
+    FILE *const from = bio_popen("echo abc; exit 3", 0), *const to = bio_popen("grep -q abc", 1);
+    EXPECT_EQ(4, bio_get(from, data, 10));
+    EXPECT_EQ(3, WEXITSTATUS(bio_pclose(from)));
+    bio_put(to, "abc\n", 4);
+    EXPECT_EQ(0, bio_pclose(to));
+}
+
+TEST(BioDeathTest, ACommandIsReadOrWritten) {
+    char const* const message = R"(system/bio\.cc:[0-9]+:.*bio_popen.*0 <= flag && flag < 2)";
+    for (int flag : {-1, 2}) EXPECT_DEATH(bio_popen("true", flag), message);
+}
+
+}  // namespace

@@ -1,0 +1,67 @@
+// Process::CloseFds by each of its ways, which a filter of system calls and a full table force.
+#include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <stddef.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+
+#include "processes.h"
+#include "system/process.h"
+
+namespace {
+
+enum Way { kBest, kListed, kNumbers };
+
+// From here on this process has no close_range; false if that cannot be had.
+bool ForbidCloseRange() {
+    sock_filter code[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                          BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_close_range, 0, 1),
+                          BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+                          BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    sock_fprog const program = {4, code};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+}
+
+// 0 if of all descriptors up to 499 exactly those below `from` survive.
+int CloseFrom(unsigned from, Way way) {
+    rlimit const limit = {500, 500};
+    int wrong = 0;
+    for (int fd = 3; fd < 500; ++fd) dup2(2, fd);
+    if (way != kNumbers) close(10);  // room for the directory
+    if (way != kBest && !ForbidCloseRange()) return 99;
+    if (way == kNumbers) setrlimit(RLIMIT_NOFILE, &limit);
+    Process::CloseFds(from);
+    for (int fd = 0; fd < 500; ++fd) {
+        bool const wanted = static_cast<unsigned>(fd) < from && (fd != 10 || way == kNumbers);
+        if ((fcntl(fd, F_GETFD) != -1) != wanted) ++wrong;
+    }
+    return std::min(wrong, 90);
+}
+
+class ProcessCloseFds : public ProcessTest {};
+
+TEST_F(ProcessCloseFds, ClosesFromTheBoundUpwards) {
+    for (Way way : {kBest, kListed, kNumbers})
+        for (unsigned from : {0u, 1u, 3u, 60u, 499u, 500u, 0x80000000u, 0xFFFFFFFFu}) {
+            int const code = InChild([&] { return CloseFrom(from, way); });
+            if (code == 99) GTEST_SKIP() << "no filter of system calls";
+            EXPECT_EQ(0, code) << "from " << from << ", way " << way;
+        }
+}
+
+TEST_F(ProcessCloseFds, ProgramsGetTheStandardDescriptorsOnly) {
+    char const* const look = "for i in 0 1 2 3 4 50 99; do [ -e /proc/$$/fd/$i ] && echo $i; done";
+    for (Way way : {kBest, kListed}) {
+        InChild([&] {
+            for (int fd = 3; fd < 100; ++fd) dup2(2, fd);
+            if (way != kBest) ForbidCloseRange();
+            return Process::Execute("sh", "-c", look).WaitFor();
+        });
+        EXPECT_EQ("0\n1\n2\n", out) << way;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,101 @@
+#include "system/pstream.h"
+
+#include <signal.h>
+
+#include <sstream>
+
+#include "processes.h"
+
+namespace {
+
+class PipeStream : public ProcessTest {
+protected:
+    std::string Script(std::string const& text) {
+        std::ofstream(folder + "/script") << "cd " << folder << ';' << text;
+        return "sh " + folder + "/script ";
+    }
+};
+
+// A stream that also tells what its command ended with.
+template <class Stream>
+struct Telling : Stream {
+    using Stream::Stream;
+    int Finish() {
+        this->rdbuf()->close();
+        this->fds[0] = -1;
+        return this->child.WaitFor();
+    }
+};
+
+TEST_F(PipeStream, ReadsTheOutputAndReportsTheEnd) {
+    int const not_for_commands = dup(0);
+    struct {
+        std::string command, want;
+        int code;
+    } const rows[] = {{"echo hello", "hello\n", 0},
+                      {"echo  'a\tb' ", "'a b'\n", 0},
+                      {"ls /proc/self/fd", "0\n1\n2\n3\n", 0},  // 3 is the folder
+                      {"false", "", 1},
+                      {"no-such-program", "", 256 - ENOENT},
+                      {"/tmp", "", 256 - EACCES},
+                      {Script("echo some; kill -9 $$"), "some\n", -9},
+                      {" \t", "", -SIGABRT}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.command);
+        std::ostringstream text;
+        ipstream in(row.command.c_str());
+        EXPECT_TRUE(in.good());
+        text << in.rdbuf();
+        EXPECT_EQ(row.want, text.str());
+        in.close();
+        EXPECT_EQ(row.code != 0, in.fail());
+        Telling<ipstream> telling(row.command.c_str());
+        while (telling.get() != EOF) {
+        }
+        EXPECT_EQ(row.code, telling.Finish());
+    }
+    close(not_for_commands);
+}
+
+TEST_F(PipeStream, WritesTheInputAndWaits) {
+    std::string const big(300000, 'x');
+    std::string const script = Script("cat >early; sleep 0.1; mv early late; exit $1");
+    for (char const* code : {"0", "5"}) {
+        opstream to((script + code).c_str());
+        to << big << code;
+        EXPECT_TRUE(to.good());
+        to.close();
+        EXPECT_EQ(*code != '0', to.fail());
+        EXPECT_EQ(big + code, ReadFile(folder + "/late"));
+    }
+    opstream((script + "0").c_str()) << "short";  // the destructor waits, too
+    EXPECT_EQ("short", ReadFile(folder + "/late"));
+    EXPECT_EQ(256 - ENOENT, Telling<opstream>("no-such-program").Finish());
+}
+
+TEST_F(PipeStream, OneCommandDoesNotHoldThePipeOfAnother) {
+    opstream first("cat"), second("cat");
+    first.close();  // would wait for ever if the second command had its write end
+    second.close();
+    EXPECT_TRUE(first.good() && second.good());
+}
+
+TEST_F(PipeStream, ClosedAndReopenedStreamsFail) {
+    ipstream none;
+    none.close();
+    EXPECT_TRUE(none.fail());
+    opstream twice("cat");
+    twice.open("cat");
+    EXPECT_TRUE(twice.fail());
+    twice.close();
+    EXPECT_GT(waitpid(-1, nullptr, 0), 0);  // the first command has been forgotten
+}
+
+TEST_F(PipeStream, TheCommandNeedsAStandardDescriptorToReplace) {
+    EXPECT_EQ(256 - EBADF, InChild([] {
+                  close(0);  // the read end becomes 0, and is closed as such
+                  return Telling<opstream>("cat").Finish();
+              }));
+}
+
+}  // namespace

@@ -1,0 +1,41 @@
+#include "system/sigblock.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+using Signals = std::set<int>;
+
+Signals Blocked() {
+    Signals blocked;
+    sigset_t mask;
+    sigprocmask(SIG_BLOCK, nullptr, &mask);
+    for (int sig = 1; sig < 32; ++sig)
+        if (sigismember(&mask, sig) == 1) blocked.insert(sig);
+    return blocked;
+}
+
+TEST(SigBlock, BlocksForItsScope) {
+    ASSERT_EQ(Signals(), Blocked());
+    {
+        SigBlock const one(SIGUSR1), two(SIGHUP, SIGUSR2, -1, SIGINT);  // -1 ends the list
+        EXPECT_EQ(Signals({SIGHUP, SIGUSR1, SIGUSR2}), Blocked());
+        {
+            SigBlock const again(SIGUSR1, 0), many(SIGINT, SIGALRM, SIGTERM, 0);
+            EXPECT_EQ(Signals({SIGHUP, SIGINT, SIGUSR1, SIGUSR2, SIGALRM, SIGTERM}), Blocked());
+        }
+        EXPECT_EQ(Signals({SIGHUP, SIGUSR2}), Blocked());  // SIGUSR1 went with the inner one
+    }
+    EXPECT_EQ(Signals(), Blocked());
+}
+
+TEST(SigPipe, IsIgnoredAndRestored) {
+    SigHandler_t const handler = [](int) {}, before = RestoreSigPipe(handler);
+    EXPECT_EQ(handler, IgnoreSigPipe());
+    EXPECT_EQ(SIG_IGN, RestoreSigPipe(before));
+    EXPECT_EQ(before, RestoreSigPipe(before));
+}
+
+}  // namespace
