@@ -179,6 +179,7 @@ int main(int argc, char* argv[]) {
         out.attach(fcntl(1, F_DUPFD_CLOEXEC, 3));
     if (!out) return Fail("cannot write ", options.file ? options.file : "standard output");
 
+    signal(SIGCHLD, SIG_DFL);  // if ignored by whoever started us, there is no exit code
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return Fail("no pipe");
     Process child = Process::Fork();

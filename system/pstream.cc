@@ -30,24 +30,25 @@ int RunPiped(void const* context) {
 
 }  // namespace
 
-// Close-on-exec, so that no program that other threads start meanwhile holds the pipe open.
-bool pstream_base::MakePipe() { return pipe2(fds, O_CLOEXEC) == 0; }
-
-bool pstream_base::Start(char const* command, int theirs, bool attached) {
+bool pstream_base::Open(std::basic_fdfilebuf<char>& buffer, char const* command, int theirs) {
     CommandWords words(command);
-    if (words.argv.Len() == 0) {  // a mistake that only the child dies of
+    bool const empty = words.argv.Len() == 0;
+    if (!empty) words.argv.App(nullptr);
+
+    // Close-on-exec, so that no program that other threads start meanwhile holds the pipe open.
+    if (pipe2(fds, O_CLOEXEC) != 0) return false;
+    int &ours = fds[1 - theirs], &other = fds[theirs];
+    bool const attached = buffer.attach(ours, theirs == 1 ? std::ios_base::in : std::ios_base::out);
+    if (empty) {  // a mistake that only the child dies of
         child = Process::Fork();
         if (child.Pid() == 0) Process::Exec(words.argv);
     } else {
-        words.argv.App(nullptr);
-        PipedProgram const program = {words.argv.Get(), fds[1 - theirs], fds[theirs], theirs};
+        PipedProgram const program = {words.argv.Get(), ours, other, theirs};
         child = Process(korbase_detail::StartChild(RunPiped, &program), -1);
     }
-    int const error = errno;
-    if (close(fds[theirs]) == 0) fds[theirs] = -1;
-    if (!attached && close(fds[1 - theirs]) == 0) fds[1 - theirs] = -1;
-    errno = error;
-    return child.Pid() != -1;
+    if (close(other) == 0) other = -1;
+    if (!attached && close(ours) == 0) ours = -1;
+    return attached && child.Pid() != -1;
 }
 
 int pstream_base::Close() {
@@ -59,30 +60,30 @@ int pstream_base::Close() {
 }
 
 void ipstream::open(char const* command, std::ios_base::openmode) {
-    bool ok = MakePipe();
-    if (ok) {
-        bool const attached = rdbuf()->attach(fds[0], std::ios_base::in) != nullptr;
-        ok = Start(command, 1, attached) && attached;
-    }
-    if (!ok) setstate(std::ios_base::failbit);
+    if (!Open(*rdbuf(), command, 1)) setstate(std::ios_base::failbit);
 }
 
 void ipstream::close() {
-    basic_ifdstream::close();
+    bool const closed = rdbuf()->close() != nullptr;
     // Kept: the read end is closed a second time, by its number.
-    if (Close() != 0) setstate(std::ios_base::failbit);
+    if (Close() != 0 || !closed) setstate(std::ios_base::failbit);
+}
+
+ipstream::~ipstream() {
+    exceptions(std::ios_base::goodbit);
+    close();
 }
 
 void opstream::open(char const* command, std::ios_base::openmode) {
-    bool ok = MakePipe();
-    if (ok) {
-        bool const attached = rdbuf()->attach(fds[1], std::ios_base::out) != nullptr;
-        ok = Start(command, 0, attached) && attached;
-    }
-    if (!ok) setstate(std::ios_base::failbit);
+    if (!Open(*rdbuf(), command, 0)) setstate(std::ios_base::failbit);
 }
 
 void opstream::close() {
-    basic_ofdstream::close();
-    if (Close() != 0) setstate(std::ios_base::failbit);
+    bool const closed = rdbuf()->close() != nullptr;
+    if (Close() != 0 || !closed) setstate(std::ios_base::failbit);
+}
+
+opstream::~opstream() {
+    exceptions(std::ios_base::goodbit);
+    close();
 }

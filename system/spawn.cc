@@ -20,7 +20,8 @@ iovec Piece(char const* text) { return {const_cast<char*>(text), std::strlen(tex
 // What perror prints in the C locale, without its locks and allocations.
 void PrintError(char const* program, int error) {
     char const* const reason = strerrordesc_np(error);
-    iovec const line[] = {Piece(program ? program : ""), Piece(program ? ": " : ""),
+    bool const named = program && *program;
+    iovec const line[] = {Piece(named ? program : ""), Piece(named ? ": " : ""),
                           Piece(reason ? reason : "Unknown error"), Piece("\n")};
     (void)!writev(2, line, 4);
 }
@@ -49,10 +50,9 @@ int spawn(int* argc, char* args) {
     signal(SIGINT, SIG_IGN);
     signal(SIGQUIT, SIG_IGN);
     int status = 0;
-    for (pid_t ended = 0; ended != -1;) {  // Kept: also when there is no child, and pid is -1
-        ended = wait(&status);
-        if (ended == pid) break;
-    }
+    pid_t ended;
+    do ended = wait(&status);
+    while (ended != pid && ended != -1);  // without a child, pid is -1: waits for all others
     signal(SIGINT, SIG_DFL);
     signal(SIGQUIT, SIG_DFL);
     return (status >> 8) & 0xff;

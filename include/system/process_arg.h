@@ -14,6 +14,7 @@ public:
     ProcessArg();  // ""
     ProcessArg(String_t const& text) : text(text) {}
     ProcessArg(char const* text) : text(text) {}
+    // A whole number alone is taken as a character, too: write {number, 1} for its digits.
     ProcessArg(char c);
     // `base` 0: octal, 2: hexadecimal, anything else: decimal. Octal and hexadecimal digits are
     // those of the value's 32 bits.

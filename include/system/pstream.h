@@ -2,8 +2,9 @@
 //
 // Commands are split and started as by Process::Execute(char const*), with no shell, and keep our
 // standard descriptors but for the one that is the pipe. Closing the stream waits for the command.
-// A stream belongs to one thread at a time; those of other threads, and their commands, do not
-// matter.
+// A stream belongs to one thread at a time. Commands started by other threads do not hold its pipe
+// open. Kept: closing an ipstream closes the number of its descriptor twice, so that a descriptor
+// which another thread opens in between, and which gets that number, is lost.
 #ifndef KORBASE_SYSTEM_PSTREAM_H
 #define KORBASE_SYSTEM_PSTREAM_H
 
@@ -21,12 +22,10 @@ public:
     int Close();
 
 protected:
-    // A pipe; false with errno on failure.
-    bool MakePipe();
-    // Starts the command with end `theirs` (0 or 1, also the descriptor it is to become) of the
-    // pipe and closes that here, and our end, too, unless it is `attached`. False with errno on
-    // failure.
-    bool Start(char const* command, int theirs, bool attached);
+    // Starts the command with end `theirs` of a new pipe (0 or 1, also the descriptor that it is to
+    // become), and attaches `buffer` to the other end. False on failure; the command has been
+    // started, and child is its process, also if the buffer refused.
+    bool Open(std::basic_fdfilebuf<char>& buffer, char const* command, int theirs);
 
     int fds[2];  // read end, write end; -1 where closed
     Process child;
@@ -37,7 +36,7 @@ class KORBASE_API ipstream : public std::basic_ifdstream<char>, public pstream_b
 public:
     ipstream() = default;
     explicit ipstream(char const* command) { open(command); }
-    ~ipstream() override { close(); }
+    ~ipstream() override;  // closes; does not throw, whatever exceptions() says
 
     // Starts the command; the mode is ignored. A command that cannot be run shows as the end of
     // input and, at close(), as a failure. Not for a stream that is open: it fails, and yet runs
@@ -54,7 +53,7 @@ class KORBASE_API opstream : public std::basic_ofdstream<char>, public pstream_b
 public:
     opstream() = default;
     explicit opstream(char const* command) { open(command); }
-    ~opstream() override { close(); }
+    ~opstream() override;
 
     // As those of ipstream; close() flushes, and the command finds the end of its input.
     void open(char const* command, std::ios_base::openmode mode = std::ios_base::out);

@@ -18,7 +18,9 @@ extern "C" {
  * arguments write a message to standard error and give 22 (EINVAL).
  *
  * Other children that end meanwhile are discarded. SIGINT and SIGQUIT are ignored in this process
- * while it waits. Kept: afterwards they have the default action, whatever they had before. */
+ * while it waits, so one thread at a time may call this. Kept: afterwards they have the default
+ * action, whatever they had before. Kept: a signal handler that interrupts the wait ends it; the
+ * program is left running and the result means nothing, as when no process can be made. */
 KORBASE_API int spawn(int* argc, char* args);
 KORBASE_API int spawn_(int* argc, char* args);
 

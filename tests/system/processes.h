@@ -2,7 +2,9 @@
 #ifndef KORBASE_TESTS_SYSTEM_PROCESSES_H
 #define KORBASE_TESTS_SYSTEM_PROCESSES_H
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,6 +18,8 @@ inline std::string ReadFile(std::string const& path) {
     std::ifstream in(path);
     return {std::istreambuf_iterator<char>(in), {}};
 }
+
+inline bool IsOpen(int fd) { return fcntl(fd, F_GETFD) != -1; }
 
 inline std::set<std::string> OpenDescriptors() {
     std::set<std::string> open;
@@ -43,7 +47,9 @@ protected:
         if (pid == 0) {
             if (!std::freopen(path.c_str(), "w", stdout)) _exit(99);
             dup2(1, 2);
-            _exit(body());
+            int const code = body();
+            std::fflush(stdout);
+            _exit(code);
         }
         int status;
         if (waitpid(pid, &status, 0) != pid) return -999;
@@ -52,6 +58,7 @@ protected:
     }
 
     std::string const folder = "/tmp/system_test." + std::to_string(getpid());
+    std::string const path = folder + "/file";
     std::string out;
 
 private:

@@ -2,13 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <set>
-
-namespace {
 
 using Signals = std::set<int>;
 
-Signals Blocked() {
+static Signals Blocked() {
     Signals blocked;
     sigset_t mask;
     sigprocmask(SIG_BLOCK, nullptr, &mask);
@@ -19,6 +18,7 @@ Signals Blocked() {
 
 TEST(SigBlock, BlocksForItsScope) {
     ASSERT_EQ(Signals(), Blocked());
+    errno = 77;
     {
         SigBlock const one(SIGUSR1), two(SIGHUP, SIGUSR2, -1, SIGINT);  // -1 ends the list
         EXPECT_EQ(Signals({SIGHUP, SIGUSR1, SIGUSR2}), Blocked());
@@ -29,6 +29,7 @@ TEST(SigBlock, BlocksForItsScope) {
         EXPECT_EQ(Signals({SIGHUP, SIGUSR2}), Blocked());  // SIGUSR1 went with the inner one
     }
     EXPECT_EQ(Signals(), Blocked());
+    EXPECT_EQ(77, errno);
 }
 
 TEST(SigPipe, IsIgnoredAndRestored) {
@@ -37,5 +38,3 @@ TEST(SigPipe, IsIgnoredAndRestored) {
     EXPECT_EQ(SIG_IGN, RestoreSigPipe(before));
     EXPECT_EQ(before, RestoreSigPipe(before));
 }
-
-}  // namespace

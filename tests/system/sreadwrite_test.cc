@@ -4,9 +4,7 @@
 
 #include "processes.h"
 
-namespace {
-
-class SReadWriteThreads : public ProcessTest {};
+using SReadWriteThreads = ProcessTest;
 
 TEST_F(SReadWriteThreads, PutPiecesTogetherUpToTheEndOrAnError) {
     std::string const sent(1000000, 'x');
@@ -28,5 +26,3 @@ TEST_F(SReadWriteThreads, PutPiecesTogetherUpToTheEndOrAnError) {
     EXPECT_STREQ("def.....", data);
     close(ends[0]);
 }
-
-}  // namespace
