@@ -1,7 +1,5 @@
 #include "system/process.h"
 
-#include <sys/time.h>
-
 #include <atomic>
 #include <functional>
 #include <thread>
@@ -138,19 +136,21 @@ TEST_F(ProcessWait, FailuresKeepTheHandle) {
     EXPECT_EQ(-1, init.WaitFor());  // not ours
     EXPECT_EQ(1, init.Pid());
     EXPECT_EQ(0, init.Status());
+}
 
-    Process child = Process::Execute("sleep 60");
-    struct sigaction action = {}, old;
-    action.sa_handler = [](int) {};  // and no SA_RESTART
-    sigaction(SIGALRM, &action, &old);
-    itimerval const often = {{0, 20000}, {0, 20000}}, never = {};
-    setitimer(ITIMER_REAL, &often, nullptr);
-    EXPECT_EQ(-1, child.WaitFor());
-    EXPECT_EQ(EINTR, errno);
-    setitimer(ITIMER_REAL, &never, nullptr);
-    sigaction(SIGALRM, &old, nullptr);
-    EXPECT_EQ(0, child.Kill(SIGTERM));
-    EXPECT_EQ(-SIGTERM, child.WaitFor());
+TEST_F(ProcessWait, IsInterruptedByOtherSignalsOnly) {
+    EXPECT_EQ(0, InChild([] {
+                  struct sigaction action = {};
+                  action.sa_handler = [](int) {};  // and no SA_RESTART
+                  for (int sig : {SIGTERM, SIGINT, SIGALRM}) sigaction(sig, &action, nullptr);
+                  char const* const once = "sleep 0.1; kill -TERM $PPID; kill -INT $PPID; exit 3";
+                  if (Process::Execute("sh", "-c", once).WaitFor() != 3) return 1;
+                  char const* const often = "while kill -ALRM $PPID; do sleep 0.02; done";
+                  Process child = Process::Execute("sh", "-c", often);
+                  if (child.WaitFor() != -1 || errno != EINTR) return 2;
+                  signal(SIGALRM, SIG_IGN);
+                  return child.Kill(SIGKILL) != 0 || child.WaitFor() != -SIGKILL ? 3 : 0;
+              }));
 }
 
 TEST_F(ProcessThreads, StartProgramsAtOnce) {

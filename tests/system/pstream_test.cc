@@ -91,6 +91,7 @@ TEST_F(PipeStream, ThrowsWhatIsAskedForButNotFromTheDestructor) {
 TEST_F(PipeStream, ClosesTheNumberOfItsReadEndTwice) {
     ipstream in("true");
     int const number = in.rdbuf()->fd();
+    EXPECT_EQ(FD_CLOEXEC, fcntl(number, F_GETFD));  // not for programs of other threads
     in.basic_ifdstream::close();
     ASSERT_EQ(number, dup2(0, number));
     in.close();
