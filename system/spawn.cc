@@ -51,8 +51,9 @@ int spawn(int* argc, char* args) {
     signal(SIGQUIT, SIG_IGN);
     int status = 0;
     pid_t ended;
-    do ended = wait(&status);
-    while (ended != pid && ended != -1);  // without a child, pid is -1: waits for all others
+    do {
+        ended = wait(&status);
+    } while (ended != pid && ended != -1);  // without a child, pid is -1: waits for all others
     signal(SIGINT, SIG_DFL);
     signal(SIGQUIT, SIG_DFL);
     return (status >> 8) & 0xff;

@@ -30,14 +30,14 @@ TEST_F(Spawn, RunsToTheEnd) {
 }
 
 TEST_F(Spawn, LeavesDefaultActionsAndNoOtherChild) {
-    EXPECT_EQ(0, InChild([] {
-                  signal(SIGINT, SIG_IGN);
-                  signal(SIGQUIT, [](int) {});
-                  if (fork() == 0) _exit(1);  // ends, and is discarded, while the program runs
-                  int argc = 3;
-                  char args[] = "sh\0-c\0sleep 0.2; kill -INT $PPID; kill -QUIT $PPID; exit 4";
-                  if (spawn(&argc, args) != 4 || waitpid(-1, nullptr, WNOHANG) != -1) return 1;
-                  bool const reset = signal(SIGINT, SIG_DFL) == SIG_DFL;
-                  return reset && signal(SIGQUIT, SIG_DFL) == SIG_DFL ? 0 : 2;
-              }));
+    for (auto const before : {SIG_DFL, SIG_IGN})
+        EXPECT_EQ(0, InChild([before] {
+                      for (int sig : {SIGINT, SIGQUIT}) signal(sig, before);
+                      if (fork() == 0) _exit(1);  // ends, and is discarded, while the program runs
+                      int argc = 3;
+                      char args[] = "sh\0-c\0sleep 0.1; kill -INT $PPID; kill -QUIT $PPID; exit 4";
+                      if (spawn(&argc, args) != 4 || waitpid(-1, nullptr, WNOHANG) != -1) return 1;
+                      bool const reset = signal(SIGINT, SIG_DFL) == SIG_DFL;
+                      return reset && signal(SIGQUIT, SIG_DFL) == SIG_DFL ? 0 : 2;
+                  }));
 }
