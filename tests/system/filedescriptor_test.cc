@@ -10,16 +10,16 @@ TEST_F(Redirection, PutsFilesInThePlaceOfDescriptors) {
     int const code = InChild([name = path.c_str()] {
         auto const table = OpenDescriptors();
         umask(0);
-        if (FileDescriptor::Redirect(1, name, O_WRONLY) != -1 || errno != ENOENT) return 1;
-        if (FileDescriptor::Redirect(1, name, O_WRONLY | O_CREAT, 0640) != 0) return 2;
-        if (write(1, "one", 3) != 3) return 3;
-        if (FileDescriptor::Redirect(1, name, O_WRONLY | O_APPEND) != 0) return 4;
-        if (FileDescriptor::Redirect(2, 1) != 2 || write(2, "two", 3) != 3) return 5;
-        if (FileDescriptor::Redirect(50, name, O_RDONLY) != -1 || errno != EBADF) return 6;
-        if (FileDescriptor::Redirect(50, 1) != -1 || errno != EBADF) return 7;
+        using Fd = FileDescriptor;
+        if (Fd::Redirect(1, name, O_WRONLY) != -1 || errno != ENOENT) return 1;
+        if (Fd::Redirect(1, name, O_WRONLY | O_CREAT, 0640) || write(1, "one", 3) != 3) return 2;
+        if (Fd::Redirect(1, name, O_WRONLY | O_APPEND) || Fd::Redirect(2, 1) != 2) return 3;
+        if (write(2, "two", 3) != 3) return 4;
+        if (Fd::Redirect(50, name, O_RDONLY) != -1 || errno != EBADF) return 5;
+        if (Fd::Redirect(50, 1) != -1 || errno != EBADF) return 6;
         if (table != OpenDescriptors()) return 8;
         close(0);  // the file opened takes its number: nothing is left to duplicate
-        return FileDescriptor::Redirect(0, name, O_RDONLY) != -1 || errno != EBADF ? 9 : 0;
+        return Fd::Redirect(0, name, O_RDONLY) != -1 || errno != EBADF ? 9 : 0;
     });
     EXPECT_EQ(0, code);
     EXPECT_EQ(0640u, static_cast<unsigned>(std::filesystem::status(path).permissions()));

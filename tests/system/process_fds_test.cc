@@ -9,13 +9,11 @@
 #include "processes.h"
 #include "system/process.h"
 
-namespace {
-
 using ProcessCloseFds = ProcessTest;
-enum Way { kBest, kListed, kNumbers };
+enum FdsWay { kBest, kListed, kNumbers };
 
 // From here on this process has no close_range; false if that cannot be had.
-bool ForbidCloseRange() {
+static bool ForbidCloseRange() {
     sock_filter code[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
                           BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_close_range, 0, 1),
                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
@@ -26,7 +24,7 @@ bool ForbidCloseRange() {
 }
 
 // 0 if of all descriptors up to 499 exactly those below `from` survive.
-int CloseFrom(unsigned from, Way way) {
+static int CloseFrom(unsigned from, FdsWay way) {
     rlimit const limit = {500, 500};
     int wrong = 0;
     for (int fd = 3; fd < 500; ++fd) dup2(2, fd);
@@ -41,10 +39,8 @@ int CloseFrom(unsigned from, Way way) {
     return std::min(wrong, 90);
 }
 
-}  // namespace
-
 TEST_F(ProcessCloseFds, ClosesFromTheBoundUpwards) {
-    for (Way way : {kBest, kListed, kNumbers})
+    for (FdsWay way : {kBest, kListed, kNumbers})
         for (unsigned from : {0u, 1u, 3u, 60u, 499u, 500u, 0x80000000u, 0xFFFFFFFFu}) {
             int const code = InChild([&] { return CloseFrom(from, way); });
             if (code == 99) GTEST_SKIP() << "no filter of system calls";

@@ -8,23 +8,19 @@
 #include "processes.h"
 #include "system/sigblock.h"
 
-namespace {
-
 using Arg = Process::Arg;
 using ProcessStart = ProcessTest;
 using ProcessWait = ProcessTest;
 using ProcessThreads = ProcessTest;
 
 template <class T, class... Values>
-TVarr<T> Array(Values... values) {
+static TVarr<T> Array(Values... values) {
     TVarr<T> array(1);
     (array.App(T(values)), ...);
     return array;
 }
 
-char* Text(char const* text) { return const_cast<char*>(text); }
-
-}  // namespace
+static char* Text(char const* text) { return const_cast<char*>(text); }
 
 TEST_F(ProcessStart, EveryFormPassesItsArguments) {
     TOList<String_t> list;
