@@ -1,4 +1,3 @@
-#define _FILE_OFFSET_BITS 64  // files beyond 2 GiB on 32-bit targets
 #include "system/filedescriptor.h"
 
 #include <fcntl.h>
