@@ -70,6 +70,7 @@ public:
         Enter({print.mark, print.hash, slot});
     }
     void Free(std::uint32_t slot);
+    void Prefetch(std::uint32_t slot) const { __builtin_prefetch(&texts[slot], 1); }
     bool IsUsed(std::uint32_t slot) const { return used[slot / 64] >> slot % 64 & 1; }
     void Clear();
 
