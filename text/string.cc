@@ -57,6 +57,19 @@ String_t::Srep* NewRecord(std::unique_ptr<char[]> text) {
     return ::new (TakeRecord()) String_t::Srep(text.release());
 }
 
+// Ends a reading without a delimiter: what was collected is a success that clears the state; if
+// there is nothing, the failure stays.
+std::istream& Deliver(std::istream& in, String_t& target, TVarr<char>& collected) {
+    if (collected.Len() == 0) {
+        target = nullptr;
+        return in;
+    }
+    collected.App('\0');
+    target = collected.Get();
+    in.clear();
+    return in;
+}
+
 // A copy of `s` in which each character went through `change`.
 template <class Change>
 String_t Changed(String_t const& s, Change const& change) {
@@ -195,14 +208,7 @@ std::istream& String_t::Getline(std::istream& in, String_t& target, char const* 
         target = collected.Get();
         return in;
     }
-    if (collected.Len() == 0) {
-        target = nullptr;
-        return in;
-    }
-    collected.App('\0');
-    target = collected.Get();
-    in.clear();
-    return in;
+    return Deliver(in, target, collected);
 }
 
 // One more string for the record.
@@ -264,14 +270,7 @@ std::istream& operator>>(std::istream& in, String_t& target) {
         }
         collected.App(c);
     }
-    if (collected.Len() == 0) {
-        target = nullptr;
-        return in;
-    }
-    collected.App('\0');
-    target = collected.Get();
-    in.clear();
-    return in;
+    return Deliver(in, target, collected);
 }
 
 std::ostream& operator<<(std::ostream& out, String_t const& s) {
