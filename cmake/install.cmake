@@ -19,3 +19,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korbase-config.cmake
 configure_file(cmake/korbase.pc.in korbase.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korbase.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+# gdb finds the printers by the path of the library when both are below /usr.
+install(FILES debug/korbase_gdb.py RENAME libkorbase.so.1.4-gdb.py COMPONENT development
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR})

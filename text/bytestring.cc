@@ -71,6 +71,13 @@ ByteString::ByteString(void const* p, unsigned n) : rep(nullptr) {
     if (p && n > 0) Install(CopyBytes(p, n).release(), n);
 }
 
+ByteString::ByteString(std::string_view bytes) : rep(nullptr) {
+    auto data = NewBytes(bytes.size());
+    if (!data) return;
+    std::memcpy(data.get(), bytes.data(), bytes.size());
+    Install(data.release(), static_cast<unsigned>(bytes.size()));
+}
+
 ByteString::ByteString(unsigned n, void const* p, unsigned m, char c) : ByteString(n) {
     if (n == 0) return;
     unsigned const copied = p ? std::min(m, n) : 0;

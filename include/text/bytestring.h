@@ -11,6 +11,8 @@
 #include <korbase_api.h>
 
 #include <cstddef>
+#include <functional>
+#include <string_view>
 #include <utility>
 
 class KORBASE_API ByteString {
@@ -31,6 +33,7 @@ public:
     ByteString(unsigned n, char c);
     // A copy of the `n` bytes at `p`; no bytes when `p` is null.
     ByteString(void const* p, unsigned n);
+    explicit ByteString(std::string_view bytes);
     // `n` bytes: the first min(m, n) from `p` unless it is null, the rest `c`.
     ByteString(unsigned n, void const* p, unsigned m, char c);
 
@@ -72,6 +75,11 @@ public:
     // The bytes, valid until the byte string changes; null when there are none.
     char const* Get() const { return rep ? rep->data : nullptr; }
     unsigned Len() const { return rep ? rep->length : 0; }
+    // The same as a view, also by std::string_view(b).
+    std::string_view View() const noexcept {
+        return rep && rep->data ? std::string_view(rep->data, rep->length) : std::string_view();
+    }
+    explicit operator std::string_view() const noexcept { return View(); }
 
     // Bytes `from` to `to`, counted from 0, both included, cut at the end; no bytes for to < from.
     // Kept: none either for the whole unsigned range, 0 to 0xFFFFFFFF, whose count wraps to 0.
@@ -99,5 +107,21 @@ private:
 // Kept: "ab" equals "abc", so this is not an equivalence.
 KORBASE_API bool operator==(ByteString const& a, ByteString const& b);
 inline bool operator!=(ByteString const& a, ByteString const& b) { return !(a == b); }
+
+// The same bytes and the same number of them.
+struct SameBytes {
+    bool operator()(ByteString const& a, ByteString const& b) const noexcept {
+        return a.View() == b.View();
+    }
+};
+
+// Hashes all bytes. Since == tells no equivalence, hash containers need SameBytes beside it:
+// std::unordered_set<ByteString, std::hash<ByteString>, SameBytes>.
+template <>
+struct std::hash<ByteString> {
+    std::size_t operator()(ByteString const& b) const noexcept {
+        return std::hash<std::string_view>()(b.View());
+    }
+};
 
 #endif

@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <iosfwd>
 #include <string_view>
 #include <utility>
@@ -162,5 +163,13 @@ KORBASE_API String_t operator+(char const* a, String_t const& b);
 KORBASE_API std::istream& operator>>(std::istream& in, String_t& target);
 // Writes the text, the null string as nothing.
 KORBASE_API std::ostream& operator<<(std::ostream& out, String_t const& s);
+
+// Equal strings have equal hashes: for std::unordered_map and its kin.
+template <>
+struct std::hash<String_t> {
+    std::size_t operator()(String_t const& s) const noexcept {
+        return std::hash<std::string_view>()(s.View());
+    }
+};
 
 #endif
