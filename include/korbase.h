@@ -31,6 +31,16 @@
 #include <geometry/gu_types.h>
 #include <geometry/octree_node.h>
 #include <geometry/stroke.h>
+#include <net/addrinfo.h>
+#include <net/clientsocket.h>
+#include <net/closeonexec.h>
+#include <net/hostname.h>
+#include <net/pollfd.h>
+#include <net/refstring.h>
+#include <net/rpchost.h>
+#include <net/serversocket.h>
+#include <net/sockaddr.h>
+#include <net/sockaddrrep.h>
 #include <system/bio.h>
 #include <system/datestr.h>
 #include <system/datetime.h>
