@@ -41,6 +41,7 @@
 #include <net/serversocket.h>
 #include <net/sockaddr.h>
 #include <net/sockaddrrep.h>
+#include <net/sockio_exceptions.h>
 #include <system/bio.h>
 #include <system/datestr.h>
 #include <system/datetime.h>
