@@ -32,6 +32,7 @@
 #include <geometry/octree_node.h>
 #include <geometry/stroke.h>
 #include <net/addrinfo.h>
+#include <net/buffer.h>
 #include <net/clientsocket.h>
 #include <net/closeonexec.h>
 #include <net/hostname.h>
@@ -42,6 +43,9 @@
 #include <net/sockaddr.h>
 #include <net/sockaddrrep.h>
 #include <net/sockio_exceptions.h>
+#include <net/sockstream.h>
+#include <net/sockstream_values.h>
+#include <net/strbinstream.h>
 #include <system/bio.h>
 #include <system/datestr.h>
 #include <system/datetime.h>

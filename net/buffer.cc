@@ -1,0 +1,5 @@
+#include "net/buffer.h"
+
+template class Buffer<char>;
+template class OutputBuffer<char>;
+template class InputBuffer<char>;
