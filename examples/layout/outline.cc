@@ -20,6 +20,15 @@ int Level(TVarr<gu_coord_t>& heights, gu_coord_t height) {
                             heights.Get());
 }
 
+// The distinct heights of the points, ascending.
+TVarr<gu_coord_t> HeightsOf(Outline const& outline) {
+    TVarr<gu_coord_t> heights(outline.Len() + 1, VARR_DOUBLE);
+    for (gu_point_t const& point : outline) heights.App(point.y);
+    heights.Sort(CompareHeights);
+    heights.Uniq(CompareHeights);
+    return heights;
+}
+
 struct Edge {
     Edge(gu_point_t const& from, gu_point_t const& to)
         : x(double(to.x) - from.x), y(double(to.y) - from.y) {}
@@ -80,6 +89,19 @@ void CutOutline(Outline const& outline, Measures::Angles angles, Trapezoids& pie
     }
 }
 
+// Each slab between two heights has a piece for every two edges that cross it.
+double CountPieces(Outline const& outline) {
+    TVarr<gu_coord_t> heights = HeightsOf(outline);
+    int const count = static_cast<int>(outline.Len());
+    double crossings = 0;
+    for (int i = 0, last = count - 1, level = 0; i < count; last = i++) {
+        int const before = i == 0 ? Level(heights, outline[last].y) : level;
+        level = Level(heights, outline[i].y);
+        crossings += std::abs(level - before);
+    }
+    return crossings / 2;
+}
+
 void TakeRects(TVarr<gu_rect_t> const& rects, Trapezoids& pieces) {
     pieces.Reset();
     for (gu_rect_t const& rect : rects) {
@@ -107,14 +129,10 @@ double PiecesArea(Trapezoids const& pieces) {
 // rest of the allowance is for the rounding of the sums themselves.
 double CutTolerance(Outline const& outline) {
     int const count = static_cast<int>(outline.Len());
-    TVarr<gu_coord_t> heights(outline.Len() + 1, VARR_DOUBLE);
+    TVarr<gu_coord_t> heights = HeightsOf(outline);
     double reach = 0;
-    for (int i = 0; i < count; ++i) {
-        heights.App(outline[i].y);
-        reach = std::max({reach, std::fabs(double(outline[i].x)), std::fabs(double(outline[i].y))});
-    }
-    heights.Sort(CompareHeights);
-    heights.Uniq(CompareHeights);
+    for (gu_point_t const& p : outline)
+        reach = std::max({reach, std::fabs(double(p.x)), std::fabs(double(p.y))});
 
     double tolerance = 4 * reach * reach * count * std::numeric_limits<double>::epsilon();
     for (int i = 0; i < count; ++i) {

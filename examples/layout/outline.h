@@ -1,7 +1,7 @@
 // What the programs do with one outline: clean it, size it, measure it, cut it and check the cut.
 //
 // Outlines come from a layout reader: at most 65535 points, coordinates within +-kMaxCoordinate.
-// The cutting works on lists of the whole process: one thread at a time.
+// Any thread may call these functions.
 #ifndef KORBASE_EXAMPLES_LAYOUT_OUTLINE_H
 #define KORBASE_EXAMPLES_LAYOUT_OUTLINE_H
 
@@ -44,6 +44,9 @@ Measures MeasureOutline(Outline const& outline);
 // Puts the pieces of the cleaned outline into `pieces`: rectangles if all its edges are
 // axis-parallel, else trapezoids; even-odd, so that what an outline winds twice is not covered.
 void CutOutline(Outline const& outline, Measures::Angles angles, Trapezoids& pieces);
+
+// How many pieces the cut of a cleaned outline has, or a few more.
+double CountPieces(Outline const& outline);
 
 // Puts rectangles into `pieces`, in place of what was there.
 void TakeRects(TVarr<gu_rect_t> const& rects, Trapezoids& pieces);

@@ -94,7 +94,15 @@ char const* Shape::Make(Record& record, gu_coord_t distance) {
     if (flat)
         pieces.Reset();
     else if (sized || record.kind != Record::kPath)
-        CutOutline(outline, measures.angles, pieces);
+        return Cut();
+    return nullptr;
+}
+
+char const* Shape::Cut() {
+    double const points_left = outline.Len();
+    if (points_left * points_left / 4 > kMaxPieces && CountPieces(outline) > kMaxPieces)
+        return "too many pieces";
+    CutOutline(outline, measures.angles, pieces);
     return nullptr;
 }
 

@@ -10,6 +10,10 @@ namespace layout {
 // Largest distance to size by, either sign.
 constexpr gu_coord_t kMaxDistance = kMaxCoordinate / 4;
 
+// Most pieces of a shape. Only outlines of more than 8192 points can have more: a comb of 65535
+// would be a thousand million, which no memory holds.
+constexpr int kMaxPieces = 1 << 24;
+
 struct Shape {
     unsigned points = 0;    // of the polygon, the circle or the centre line, as the record has them
     unsigned removed = 0;   // of them, those taken away because they say nothing
@@ -21,13 +25,14 @@ struct Shape {
 
     // Makes this the shape of a polygon, a path or a circle; the points of the record are used up.
     // Null, or what is wrong with the record: a path that cannot be cut, a shape out of the range
-    // of coordinates. A path that is not sized is cut into the rectangles of its segments, anything
-    // else as an outline.
+    // of coordinates or of too many pieces. A path that is not sized is cut into the rectangles of
+    // its segments, anything else as an outline.
     char const* Make(Record& record, gu_coord_t distance);
 
 private:
     char const* Draw(Record& record);
     char const* DrawPath(Record& record);
+    char const* Cut();
 };
 
 }  // namespace layout

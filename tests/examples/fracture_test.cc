@@ -161,6 +161,10 @@ TEST_F(Fracture, NamesBadLinesAndReadsTheOthers) {
     for (int i = 0; i <= 65535; ++i) many += " " + std::to_string(i) + " 0";
     text += many;
     want += "a.lay:" + std::to_string(line + 1) + ": too many points, '65535'\n";
+    text += "\npolygon m";
+    for (int i = 0; i < 10000; ++i)  // half of the edges cross a slab: 25 million pieces
+        text += " " + std::to_string(i) + " " + std::to_string(i % 2 * 20000 + i * 7 % 10000);
+    want += "a.lay:" + std::to_string(line + 2) + ": too many pieces\n";
     Write("a.lay", text);
     EXPECT_EQ(1, Run("a.lay"));
     EXPECT_EQ(want, err);
