@@ -43,6 +43,7 @@ bool ReadNumber(char const* text, int least, int most, int& number);
 struct CutOptions {
     String_t unit_text{"1n"}, distance_text{"0"};
     String_t picture;  // null for none
+    bool table = true;
 
     double unit = 1e-9;       // metres
     gu_coord_t distance = 0;  // database units

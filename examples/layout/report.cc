@@ -89,7 +89,7 @@ void Report::EndFile(int error) {
 }
 
 int Report::Finish() {
-    PrintTotals(std::cout, layers, options.unit);
+    if (options.table) PrintTotals(std::cout, layers, options.unit);
     if (!std::cout.flush()) {
         StrFmt(std::cerr, "%s: cannot write the table\n", program);
         good = false;

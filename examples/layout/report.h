@@ -58,8 +58,8 @@ public:
     // Ends the file, which could not be read to its end if `error`, an errno value, is not 0.
     void EndFile(int error);
 
-    // Prints the table and writes the picture. The exit status: 1 if there was any complaint; then
-    // the file of the picture stays as it was.
+    // Prints the table and writes the picture, if they are wanted. The exit status: 1 if there was
+    // any complaint; then the file of the picture stays as it was.
     int Finish();
 
     // Takes the progress off the terminal, for other messages.
