@@ -1,11 +1,15 @@
-# Installs the library, the headers (below include/korbase/), the CMake package and korbase.pc.
+# Installs in two components: `runtime` is the library, `development` everything that is needed to build against it.
 include(CMakePackageConfigHelpers)
 
+# The library, and the link that linkers look for.
 install(TARGETS korbase EXPORT korbase-targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+
+# The headers, in a folder of their own.
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/korbase COMPONENT development)
 
+# find_package(korbase 1.4) gives the target korbase::korbase.
 set(korbase_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/korbase)
 install(EXPORT korbase-targets NAMESPACE korbase:: DESTINATION ${korbase_package_dir}
         COMPONENT development)
@@ -16,9 +20,13 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korbase-config.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/korbase-config-version.cmake
         DESTINATION ${korbase_package_dir} COMPONENT development)
 
+# pkg-config. The file finds its prefix from where it stands, so that an installed tree may move.
+set(korbase_pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH korbase_pkgconfig_up /${korbase_pkgconfig_dir} /)
+string(REGEX REPLACE "/$" "" korbase_pkgconfig_up ${korbase_pkgconfig_up})
 configure_file(cmake/korbase.pc.in korbase.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korbase.pc
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korbase.pc DESTINATION ${korbase_pkgconfig_dir}
+        COMPONENT development)
 
 # gdb finds the printers by the path of the library when both are below /usr.
 install(FILES debug/korbase_gdb.py RENAME libkorbase.so.1.4-gdb.py COMPONENT development

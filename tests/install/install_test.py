@@ -1,0 +1,58 @@
+"""Installs a build into an empty folder, component by component, and builds programs against it.
+
+    install_test.py ARCHITECTURE BUILD      a build of the shared library, and amd64 or armhf
+    install_test.py --static                builds the static library first
+"""
+import pathlib
+import sys
+import tempfile
+
+from outside import ROOT, build_and_run, expect, run
+
+
+def files(prefix):
+    return {str(path.relative_to(prefix)) for path in prefix.rglob("*") if not path.is_dir()}
+
+
+def headers():
+    include = ROOT / "include"
+    return {f"include/korbase/{name}" for name in files(include)}
+
+
+def main():
+    static = sys.argv[1:] == ["--static"]
+    if not static and (len(sys.argv) != 3 or sys.argv[1] not in ("amd64", "armhf")):
+        sys.exit(__doc__)
+    with tempfile.TemporaryDirectory() as scratch:
+        scratch = pathlib.Path(scratch)
+        prefix = scratch / "prefix"
+        if static:
+            architecture, build = "amd64", ROOT / "build" / "static"
+            run("cmake", "-S", ROOT, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+                "-DKORBASE_SHARED=OFF", "-DKORBASE_TESTS=OFF", "-DKORBASE_EXAMPLES=OFF")
+            run("cmake", "--build", build)
+        else:
+            architecture, build = sys.argv[1:]
+
+        def install(component):
+            before = files(prefix)
+            run("cmake", "--install", build, "--prefix", prefix, "--component", component)
+            return files(prefix) - before
+
+        runtime, development = install("runtime"), install("development")
+        lib = next(name for name in development if name.endswith("/korbase.pc")).rsplit("/", 2)[0]
+        expect("runtime", set() if static else {f"{lib}/libkorbase.so.1.4"}, runtime)
+        package = {f"{lib}/cmake/korbase/korbase-{name}.cmake"
+                   for name in ("config", "config-version", "targets", "targets-release")}
+        link = f"{lib}/libkorbase.a" if static else f"{lib}/libkorbase.so"
+        printers = {name for name in development if name.endswith(f"/{lib}/libkorbase.so.1.4-gdb.py")}
+        expect("files for gdb", 1, len(printers))
+        expect("development", headers() | package | printers | {link, f"{lib}/pkgconfig/korbase.pc"}, development)
+        expect("a component is missing", set(), install("Unspecified"))
+
+        moved = scratch / "moved"  # what was installed does not know where
+        prefix.rename(moved)
+        build_and_run(architecture, moved / lib, scratch / "outside", static)
+
+
+main()
