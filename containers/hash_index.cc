@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "generic/gohash"
+
 namespace korbase_detail {
 
 namespace {
@@ -57,24 +59,58 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
     return hash ^ hash >> 32;
 }
 
-// The first 8 bytes of a short text, and the next 4; zeros behind its end.
+// A text of 4 to 12 characters in words of 4, behind as many zeros as it takes to fill them.
 struct ShortText {
-    std::uint64_t head, tail;
+    std::uint32_t words[3];
 };
 
-// Overlapping loads with what they have in common shifted out: no branch depends on the length.
-ShortText Pack4To12(char const* text, std::size_t length) {
-    std::size_t const middle = std::min<std::size_t>(length - 4, 4);
-    std::size_t const excess = std::min<std::size_t>(12 - length, 4);
-    return {Load<4>(text) | Load<4>(text + middle) >> 8 * (4 - middle) << 32,
-            Load<4>(text + length - 4) >> 8 * excess};
+bool IsShort(std::size_t length) { return length >= 4 && length <= 12; }
+
+// Overlapping loads, with what they have in common shifted out; by a table, since no branch could
+// foresee the lengths of names.
+ShortText Pack(char const* text, std::size_t length) {
+    static constexpr struct {
+        std::uint8_t offset;         // where the second load begins
+        std::uint8_t second, first;  // bits to shift out
+    } kLoads[] = {{0, 32, 32}, {0, 24, 32}, {0, 16, 32}, {0, 8, 32}, {0, 0, 32},
+                  {1, 0, 24},  {2, 0, 16},  {3, 0, 8},   {4, 0, 0}};
+    auto const& load = kLoads[length - 4];
+    return {{static_cast<std::uint32_t>(Load<4>(text) << load.first),
+             static_cast<std::uint32_t>(Load<4>(text + load.offset) << load.second),
+             static_cast<std::uint32_t>(Load<4>(text + length - 4))}};
 }
 
-ShortText Pack(char const* text, std::size_t length) {
-    if (length >= 4) return Pack4To12(text, length);
-    std::uint64_t head = 0;
-    for (std::size_t i = 0; i < length; ++i) head |= Load<1>(text + i) << 8 * i;
-    return {head, 0};
+// Words and fingerprint give each other: the last two words are the mark, and under a given mark
+// the hash scrambles the first one.
+HashIndex::Fingerprint PrintShort(ShortText const& text) {
+    std::uint64_t const mark = std::uint64_t{text.words[1]} << 32 | text.words[2];
+    std::uint32_t const both = static_cast<std::uint32_t>(mark * kOdd >> 32) ^ text.words[0];
+    return {mark, (both ^ both >> 15) * 0x2C1B3C6DU};
+}
+
+// GHash, which zeros in front do not change.
+std::uint32_t PlaceShort(ShortText const& text) {
+    std::uint32_t place = 0;
+    for (std::uint32_t word : text.words)
+        for (int i = 0; i < 4; ++i, word >>= 8) {
+            place = (place << 4) + (word & 0xFF);
+            place = (place & 0xFFFFFF) ^ place >> 24;
+        }
+    return place;
+}
+
+// Of texts of other lengths. Those of up to 3 characters are their own mark.
+HashIndex::Fingerprint PrintOther(char const* text, std::size_t length) {
+    if (length < 4) {
+        std::uint32_t mark = 0;
+        for (std::size_t i = 0; i < length; ++i)
+            mark |= static_cast<std::uint32_t>(Load<1>(text + i) << 8 * i);
+        return PrintShort({{0, 0, mark}});
+    }
+    std::uint64_t hash = length;
+    for (std::size_t i = 0; i + 8 < length; i += 8) hash = Mix(hash, Load<8>(text + i));
+    hash = Mix(hash, Load<8>(text + length - 8));
+    return {hash << 8, static_cast<std::uint32_t>(hash >> 32)};
 }
 
 }  // namespace
@@ -88,7 +124,7 @@ HashIndex::HashIndex(std::uint32_t n) : HashIndex() {
     size = n;
     mask = static_cast<std::size_t>(count - 1);
     shift = 32 - bits;
-    texts.reset(new Text[n]);
+    places.reset(new std::uint32_t[n]);
     entries.reset(new Entry[mask + 1]);
     used.reset(new Word[Words()]);
     full.reset(new Word[FullWords()]);
@@ -101,33 +137,33 @@ HashIndex::HashIndex(HashIndex const& other) : HashIndex(other.size) {
     std::copy(other.full.get(), other.full.get() + FullWords(), full.get());
     std::copy(other.entries.get(), other.entries.get() + mask + 1, entries.get());
     for (std::uint32_t slot = 0; slot < size; ++slot)
-        if (IsUsed(slot)) texts[slot] = other.texts[slot];
+        if (IsUsed(slot)) places[slot] = other.places[slot];
 }
 
 void HashIndex::Swap(HashIndex& other) noexcept {
     std::swap(size, other.size);
     std::swap(mask, other.mask);
     std::swap(shift, other.shift);
-    texts.swap(other.texts);
+    places.swap(other.places);
     entries.swap(other.entries);
     used.swap(other.used);
     full.swap(other.full);
 }
 
-// Mark and hash give a short text back: its head is the mark, and under a given head the hash
-// scrambles the tail.
 HashIndex::Fingerprint HashIndex::Print(char const* text) {
     std::size_t const length = text ? std::strlen(text) : 0;
-    if (length <= 12) {
-        ShortText const packed = Pack(text, length);
-        auto const key = static_cast<std::uint32_t>(packed.head * kOdd >> 32);
-        std::uint32_t const both = key ^ static_cast<std::uint32_t>(packed.tail);
-        return {packed.head, (both ^ both >> 15) * 0x2C1B3C6DU};
+    return IsShort(length) ? PrintShort(Pack(text, length)) : PrintOther(text, length);
+}
+
+HashIndex::Fingerprint HashIndex::Print(char const* text, std::uint32_t& place) {
+    std::size_t const length = text ? std::strlen(text) : 0;
+    if (!IsShort(length)) {
+        place = GHash(text);
+        return PrintOther(text, length);
     }
-    std::uint64_t hash = length;
-    for (std::size_t i = 0; i + 8 < length; i += 8) hash = Mix(hash, Load<8>(text + i));
-    hash = Mix(hash, Load<8>(text + length - 8));
-    return {hash << 8, static_cast<std::uint32_t>(hash >> 32)};
+    ShortText const packed = Pack(text, length);
+    place = PlaceShort(packed);
+    return PrintShort(packed);
 }
 
 // The first free slot from the second one of the probe sequence on, all around.
@@ -147,12 +183,17 @@ std::uint32_t HashIndex::FreeFrom(std::uint32_t slot) const {
     return static_cast<std::uint32_t>(static_cast<std::size_t>(word) * 64 + FirstZero(used[word]));
 }
 
+void HashIndex::Free(std::uint32_t slot, Fingerprint const& print) {
+    std::size_t i = Home(print.hash);
+    while (entries[i].slot != slot) i = Next(i);
+    Free({slot, static_cast<std::uint32_t>(i)});
+}
+
 // The entries behind the one that goes move up as far as their homes allow.
-void HashIndex::Free(std::uint32_t slot) {
-    used[slot / 64] &= ~(Word{1} << slot % 64);
-    full[slot / 4096] &= ~(Word{1} << slot / 64 % 64);
-    std::size_t gap = Home(texts[slot].hash);
-    while (entries[gap].slot != slot) gap = Next(gap);
+void HashIndex::Free(Spot const& spot) {
+    used[spot.slot / 64] &= ~(Word{1} << spot.slot % 64);
+    full[spot.slot / 4096] &= ~(Word{1} << spot.slot / 64 % 64);
+    std::size_t gap = spot.entry;
     for (std::size_t i = Next(gap); entries[i].slot != kNone; i = Next(i)) {
         std::size_t const home = Home(entries[i].hash);
         if (((i - home) & mask) < ((i - gap) & mask)) continue;
@@ -187,9 +228,8 @@ HashIndex HashIndex::Rebuilt(std::uint32_t n, std::uint32_t* moved) const {
         HashIndex fresh(n);
         std::size_t const count = std::min<std::size_t>(order.size(), n - n / 8);
         for (std::size_t i = 0; i < count; ++i) {
-            Text const& text = texts[order[i]];
-            std::uint32_t const slot = fresh.FreeSlot(text.place);
-            fresh.Take(slot, text);
+            std::uint32_t const place = places[order[i]], slot = fresh.FreeSlot(place);
+            fresh.Take(slot, place);
             moved[order[i]] = slot;
         }
         if (count == order.size()) {

@@ -41,21 +41,27 @@ public:
         return *this;
     }
 
-    // The same for null and "".
+    // The same for null and ""; also the GHash of the text.
     static Fingerprint Print(char const* text);
+    static Fingerprint Print(char const* text, std::uint32_t& place);
+
+    // Where a text is entered, or would be.
+    struct Spot {
+        std::uint32_t slot;  // kNone for a new text
+        std::uint32_t entry;
+    };
 
     std::uint32_t Size() const { return size; }
-    // The slot of the text with this fingerprint, or kNone; `same` tells whether a slot has that
-    // text where the fingerprint leaves it open.
+    // The spot of the text with this fingerprint; `same` tells whether a slot has that text where
+    // the fingerprint leaves it open.
     template <class Same>  // bool Same(std::uint32_t slot)
-    std::uint32_t Find(Fingerprint const& print, Same const& same) const {
-        if (size == 0) return kNone;
+    Spot Find(Fingerprint const& print, Same const& same) const {
+        if (size == 0) return {kNone, 0};
         for (std::size_t i = Home(print.hash);; i = Next(i)) {
             Entry const& entry = entries[i];
-            if (entry.slot == kNone) return kNone;
-            if (entry.hash == print.hash && entry.mark == print.mark &&
-                (print.Unique() || same(entry.slot)))
-                return entry.slot;
+            if (entry.slot == kNone || (entry.hash == print.hash && entry.mark == print.mark &&
+                                        (print.Unique() || same(entry.slot))))
+                return {entry.slot, static_cast<std::uint32_t>(i)};
         }
     }
     // The slot for a new text with this GHash, or kNone when all are in use.
@@ -64,13 +70,14 @@ public:
         return IsUsed(home) ? FreeSlotBeyond(home, place / size) : home;
     }
 
-    // A text has come to a free slot, or is gone from a slot in use.
-    void Use(std::uint32_t slot, std::uint32_t place, Fingerprint const& print) {
-        Take(slot, {print.hash, place});
-        Enter({print.mark, print.hash, slot});
+    // A new text, whose spot Find gave, has come to a free slot.
+    void Use(Spot const& spot, std::uint32_t slot, std::uint32_t place, Fingerprint const& print) {
+        Take(slot, place);
+        entries[spot.entry] = {print.mark, print.hash, slot};
     }
-    void Free(std::uint32_t slot);
-    void Prefetch(std::uint32_t slot) const { __builtin_prefetch(&texts[slot], 1); }
+    // The text at this spot, or with this fingerprint in this slot, is gone.
+    void Free(Spot const& spot);
+    void Free(std::uint32_t slot, Fingerprint const& print);
     bool IsUsed(std::uint32_t slot) const { return used[slot / 64] >> slot % 64 & 1; }
     void Clear();
 
@@ -85,10 +92,6 @@ private:
         std::uint32_t hash;
         std::uint32_t slot;
     };
-    struct Text {
-        std::uint32_t hash;   // of its fingerprint
-        std::uint32_t place;  // its GHash
-    };
 
     HashIndex() noexcept : size(0), mask(0), shift(0) {}
     void Swap(HashIndex& other) noexcept;
@@ -96,8 +99,8 @@ private:
     std::size_t FullWords() const { return (Words() + 63) / 64; }
     std::size_t Home(std::uint32_t hash) const { return hash >> shift; }
     std::size_t Next(std::size_t i) const { return (i + 1) & mask; }
-    void Take(std::uint32_t slot, Text const& text) {
-        texts[slot] = text;
+    void Take(std::uint32_t slot, std::uint32_t place) {
+        places[slot] = place;
         Word& word = used[slot / 64];
         word |= Word{1} << slot % 64;
         if (word == ~Word{0}) full[slot / 4096] |= Word{1} << slot / 64 % 64;
@@ -112,9 +115,9 @@ private:
     std::uint32_t FreeFrom(std::uint32_t slot) const;
 
     std::uint32_t size;
-    std::size_t mask;               // entries, a power of 2 above size, less 1
-    unsigned shift;                 // from the hash of a fingerprint to an entry
-    std::unique_ptr<Text[]> texts;  // by slot
+    std::size_t mask;                         // entries, a power of 2 above size, less 1
+    unsigned shift;                           // from the hash of a fingerprint to an entry
+    std::unique_ptr<std::uint32_t[]> places;  // by slot: the GHash of its text
     std::unique_ptr<Entry[]> entries;
     std::unique_ptr<Word[]> used;  // a bit for each slot; those behind the last one are set
     std::unique_ptr<Word[]> full;  // a bit for each word of `used` without a zero, likewise
