@@ -53,6 +53,7 @@ public:
     Set& operator=(Set&& s);  // NOLINT(performance-noexcept-move-constructor)
     ~Set();
 
+    // An owned set grows to reach `i`; a fixed one that does not reach it stays as it is.
     void add(unsigned i) {
         if (Reach(i)) bits[i >> 5] |= Bit(i);
     }
@@ -88,6 +89,7 @@ public:
     // num_words() are written.
     unsigned get(int* out) const;
 
+    // Removes every member; the words stay.
     void clear();
     // These grow this set, if it is owned, to as many words as `s` has.
     Set& operator|=(Set const& s);

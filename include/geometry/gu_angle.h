@@ -1,4 +1,4 @@
-/* Conversions between radians and degrees, computed in double and narrowed. C11 and C++17. */
+/* Radians and degrees. The functions keep no state: any thread may call them. C11 and C++17. */
 #ifndef KORBASE_GEOMETRY_GU_ANGLE_H
 #define KORBASE_GEOMETRY_GU_ANGLE_H
 
@@ -8,6 +8,7 @@
 extern "C" {
 #endif
 
+/* The angle in degrees, and in radians; computed in double and narrowed. */
 KORBASE_API float gu_rad2deg(float radians);
 KORBASE_API float gu_deg2rad(float degrees);
 

@@ -61,8 +61,10 @@ public:
 
     // A handle that names no process.
     Process() : pid(-1), status(-1) {}
+    // A handle on process `pid`; WaitFor() works only for a child of ours.
     Process(int pid) : pid(pid), status(0) {}
 
+    // This process.
     static Process Self();
     // Forks, running the handlers of pthread_atfork: pid 0 in the child, the child's in the parent,
     // -1 with errno on failure.
