@@ -18,12 +18,13 @@ KORBASE_API int gu_check_orthoi(int count, gu_point_t const* points, int closed)
 KORBASE_API int gu_check_ortho(int count, gu_point_t const* points, int closed);
 
 /* Turns the segment from `point` to `*reference` into the nearest allowed direction: horizontal or
- * vertical in mode 0, also 45 degrees in mode 1; any other mode changes nothing.
+ * vertical in mode 0; mode 1 also leaves segments of 45 degrees; any other mode changes nothing.
  *
  * Returns the point, x in the upper and y in the lower 32 bits, and moves `*reference` where
  * needed. A segment nearer to an axis moves the reference only. Kept: one nearer to a diagonal
- * moves both ends, in y for falling segments and rising ones up to 45 degrees, in x for steeper
- * rising ones. */
+ * moves both ends and comes to lie along an axis: falling segments and rising ones up to 45 degrees
+ * at the y where the diagonal through `point` has the reference's x, steeper rising ones at the x
+ * where it has the reference's y. */
 KORBASE_API uint64_t gu_snap_ortho(gu_point_t point, gu_point_t* reference, int mode);
 
 /* 0 1 2 3: the way of correcting each class of diagonal segment, as gu_snap_ortho looks it up. */

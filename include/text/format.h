@@ -5,17 +5,17 @@
 //
 //   %[flag][width][.precision][length]conversion
 //
-// flag: one of "-+ #". Kept: only '-' (left adjustment) means anything.
-// width, precision: decimal digits, or '*' for the value of an argument; a bare '.' is precision 0.
-//     Those of numbers end at 1048576.
-// length: one of "hlL", which is skipped.
-// conversion:
+// The flag is one of "-+ #". Kept: only '-' (left adjustment) means anything. Width and precision
+// are decimal digits, or '*' for the value of an argument; a bare '.' is precision 0. Those of
+// numbers end at 1048576. The length is one of "hlL", which is skipped. The conversions:
+//
 //   d i        a signed integer. Kept: in the base that the stream has: hexadecimal after a %x.
 //   u          an unsigned one, also in the stream's base
 //   o x X      in octal or hexadecimal
 //   f e E g G  a floating-point number, with the stream's width and precision if none is given
 //   s          a text: at most `precision` characters of it, blanks up to `width`
 //   c          one character. Kept: width and precision change nothing.
+//
 // For integers, a precision is the number of digits, filled up with zeros on the side that the
 // stream's adjustment says; with a width, too, width - precision blanks go with it.
 // Kept: however long the number is, and with its sign counted as a digit: "%5.3d" prints 1234 with

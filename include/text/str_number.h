@@ -24,8 +24,8 @@ KORBASE_API int str_toint(char const* text, int* out);
  * "5." and ".5" are numbers; a part of more than 32 digits is read but counts as absent. "inf" and
  * "min", when nothing follows them, are the largest finite and the smallest normal value. The value
  * is built from the last digit backwards by fused multiply-adds, in the type of the output, so
- * every target gives the same bits. Kept: the micro of str_todouble is five units in the last place
- * above 1e-6, and 0 with an exponent that overflows is stored as a NaN. */
+ * every target gives the same bits. Kept: the micro of str_todouble and str_ctodouble is five units
+ * in the last place above 1e-6, and 0 with an exponent that overflows is stored as a NaN. */
 KORBASE_API int str_tofloat(char const* text, float* out);
 KORBASE_API int str_tofloat_(char const* text, float* out);
 KORBASE_API int str_todouble(char const* text, double* out);
