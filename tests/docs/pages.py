@@ -17,13 +17,14 @@ EXAMPLE = re.compile(r"^(\s*)(.*);\s*// -> (.*)$")
 PRELUDE = """\
 #include <korbase.h>
 
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <poll.h>
+#include <pthread.h>
+#include <signal.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -32,27 +33,28 @@ PRELUDE = """\
 #include <iostream>
 #include <sstream>
 #include <string>
-#include <thread>
 
 namespace {
 
 // How the pages write a value: texts in quotes, "null" for none.
-void Show(char const* text) {
+inline void Show(char const* text) {
     if (text)
         std::cout << '"' << text << '"';
     else
         std::cout << "null";
 }
-void Show(char* text) { Show(const_cast<char const*>(text)); }
-void Show(std::string const& text) { Show(text.c_str()); }
-void Show(String_t const& text) { Show(text.Get()); }
-void Show(void const* p) { std::cout << (p ? "not null" : "null"); }
-void Show(void* p) { Show(const_cast<void const*>(p)); }
-void Show(char c) { std::cout << '\\'' << c << '\\''; }
-void Show(gu_point_t p) { std::cout << '(' << p.x << ", " << p.y << ')'; }
+inline void Show(char* text) { Show(const_cast<char const*>(text)); }
+inline void Show(std::string const& text) { Show(text.c_str()); }
+inline void Show(String_t const& text) { Show(text.Get()); }
+inline void Show(Pathname const& path) { Show(path.Get()); }
+inline void Show(char c) { std::cout << '\\'' << c << '\\''; }
+inline void Show(gu_point_t p) { std::cout << '(' << p.x << ", " << p.y << ')'; }
 template <class Value>
-void Show(Value const& value) {
-    std::cout << std::boolalpha << value;
+inline void Show(Value const& value) {
+    if constexpr (std::is_pointer_v<Value>)
+        std::cout << (value ? "not null" : "null");
+    else
+        std::cout << std::boolalpha << value;
 }
 
 template <class Value>
@@ -126,7 +128,8 @@ def extract(page, program_file, output_file):
 def run(output_file, command):
     with open(output_file, encoding="utf-8") as file:
         want = file.read()
-    done = subprocess.run(command, stdout=subprocess.PIPE, check=False, encoding="utf-8")
+    done = subprocess.run(command, stdout=subprocess.PIPE, check=False, encoding="utf-8",
+                          errors="backslashreplace")
     difference = difflib.unified_diff(want.splitlines(), done.stdout.splitlines(), "page", "program", "", "", 1, "")
     if want != done.stdout or done.returncode:
         print("\n".join(difference))
