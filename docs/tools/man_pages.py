@@ -4,14 +4,13 @@
     man_pages.py INCLUDE_FOLDER OUTPUT_FOLDER
 
 Functions that share a comment share a page; the other names are links to it. Fails, naming them, when functions
-have no comment. The pages carry the date of SOURCE_DATE_EPOCH, or today's.
+have no comment. The pages have no date: the same headers give the same pages on every target.
 """
 import os
 import re
 import shutil
 import sys
 import textwrap
-import time
 
 import headers
 
@@ -101,8 +100,7 @@ def page(header, group, functions):
     names = [headers.function_name(declaration.text) for declaration in group.declarations]
     about = header.about.lines
     others = [name for name in dict.fromkeys(plain_functions(header)) if name not in names]
-    date = time.strftime("%Y-%m-%d", time.gmtime(int(os.environ.get("SOURCE_DATE_EPOCH", time.time()))))
-    out = [f'.TH {names[0]} 3 {date} "libkorbase 1.4" "libkorbase"',
+    out = [f'.TH {names[0]} 3 "" "libkorbase 1.4" "libkorbase"',
            ".SH NAME", f"{', '.join(names)} \\- {roff(summary(group.comment, about))}",
            ".SH LIBRARY", "libkorbase (\\-lkorbase)",
            ".SH SYNOPSIS", ".nf", *synopsis(header, group), ".fi",

@@ -19,6 +19,12 @@ def headers():
     return {f"include/korbase/{name}" for name in files(include)}
 
 
+def manual():
+    """The pages of the plain functions: of all names in the list of symbols that are neither C++ nor data."""
+    symbols = (ROOT / "tests/interface/symbols.txt").read_text(encoding="utf-8").split("\n")
+    return {f"share/man/man3/{name}.3" for name in symbols if name.isidentifier() and name != "m2b"}
+
+
 def main():
     static = sys.argv[1:] == ["--static"]
     if not static and (len(sys.argv) != 3 or sys.argv[1] not in ("amd64", "armhf")):
@@ -47,7 +53,8 @@ def main():
         link = f"{lib}/libkorbase.a" if static else f"{lib}/libkorbase.so"
         printers = {name for name in development if name.endswith(f"/{lib}/libkorbase.so.1.4-gdb.py")}
         expect("files for gdb", 1, len(printers))
-        expect("development", headers() | package | printers | {link, f"{lib}/pkgconfig/korbase.pc"}, development)
+        expect("development", headers() | manual() | package | printers |
+               {link, f"{lib}/pkgconfig/korbase.pc"}, development)
         expect("a component is missing", set(), install("Unspecified"))
 
         moved = scratch / "moved"  # what was installed does not know where
