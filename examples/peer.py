@@ -2,14 +2,17 @@
 """The other end of a typed stream, in Python: docs/wire-format.md in code, and a tool to try it with.
 
     peer.py decode TYPES HEX...            prints the values in the bytes
-    peer.py answer ADDRESS                 answers described messages until the peer is done
     peer.py send ADDRESS SEED COUNT        sends COUNT random described messages, waits for each answer
+    peer.py judge ADDRESS COUNT            connects COUNT times, takes a described message, tells what is wrong with it
+    peer.py damage ADDRESS SEED COUNT      connects COUNT times, sends a message of which one value is damaged
     peer.py cut ADDRESS FILE.lay...        has a fracture server cut polygons, prints how many pieces came
     peer.py stop ADDRESS                   ends a fracture server
 
 ADDRESS is HOST:PORT, [IPV6]:PORT, IPV6/PORT or the path of a local socket. A described message is a
 String of type letters (see TYPES below), the values, and a list of texts that tell the values; its answer is
-the same message with the values in reverse order. An empty String of types ends the conversation.
+the same message with the values in reverse order, and an empty String of types ends the conversation. The
+verdict on a message is a String: "good", or what is wrong. A damaged message is an int with the status bits that
+its reader must end with, the types, the list of texts, and then the values, of which the last one is damaged.
 
 Exit status 0, or 1 and a line on standard error.
 """
@@ -27,6 +30,7 @@ TYPES = "".join(NUMBERS) + "zsbS"  # char const*, String_t, ByteString, TOList<S
 STRING_LIMIT = 8190
 BYTES_LIMIT = 32785
 LIST_END = 0xFFFFFFFF
+END_OF_INPUT, FAILED = 1, 2  # status bits of a stream
 TIMEOUT_S = 60
 
 
@@ -166,17 +170,6 @@ def check_texts(types, values, texts):
         raise WireError(f"{len(texts)} texts for {len(types)} values")
 
 
-def answer(address):
-    connection = Connection(address)
-    reader = Reader(connection.read)
-    while True:
-        types, values, texts = take_message(reader)
-        if not types:
-            return
-        check_texts(types, values, texts)
-        connection.send(make_message(types[::-1], values[::-1]))
-
-
 def random_value(chance, letter):
     if letter in "fd":
         size = struct.calcsize(NUMBERS[letter])
@@ -207,6 +200,54 @@ def send(address, seed, count):
         if back[:2] != (types[::-1], values[::-1]):
             raise WireError(f"another answer to {types}")
     connection.send(make_message("", []))
+
+
+def judge(address, count):
+    for _ in range(int(count)):
+        connection = Connection(address)
+        verdict = b"good"
+        try:
+            check_texts(*take_message(Reader(connection.read)))
+        except (EOFError, ValueError, WireError) as error:
+            verdict = str(error).encode()
+        writer = Writer()
+        writer.put("s", verdict)
+        connection.send(writer)
+
+
+def damaged(chance, letter, value):
+    """The bytes of the value with a fault, and the status bits of who reads them."""
+    writer = Writer()
+    writer.put(letter, value)
+    data = writer.bytes
+    if letter in "lL" and chance.random() < 0.5:
+        data[chance.randrange(4)] = chance.randrange(1, 256)
+        return data, FAILED
+    if letter in "sb" and chance.random() < 0.5:
+        limit = BYTES_LIMIT if letter == "b" else STRING_LIMIT
+        too_long = chance.choice([limit + 1, LIST_END, chance.randrange(limit + 1, LIST_END)])
+        return struct.pack(">I", too_long) + data[4:], FAILED
+    if letter == "s" and value and chance.random() < 0.5:
+        data[4 + chance.randrange(len(value))] = 0
+        return data, FAILED
+    end = chance.randrange(len(data))
+    return data[:end], END_OF_INPUT | (FAILED if letter == "s" and end >= 4 else 0)
+
+
+def damage(address, seed, count):
+    chance = random.Random(int(seed))
+    for _ in range(int(count)):
+        types = "".join(chance.choices(TYPES, k=chance.randrange(1, 8)))
+        values = [random_value(chance, letter) for letter in types]
+        last, status = damaged(chance, types[-1], values[-1])
+        writer = Writer()
+        writer.put("i", status)
+        writer.put("s", types.encode())
+        writer.put("S", [describe(letter, value).encode() for letter, value in zip(types, values)])
+        for letter, value in zip(types[:-1], values):
+            writer.put(letter, value)
+        writer.bytes += last
+        Connection(address).send(writer)
 
 
 def polygons(path):
@@ -283,12 +324,16 @@ def decode(types, *hexadecimal):
 
     reader = Reader(read)
     for letter in types:
-        print(letter, reader.get(letter))
+        value = reader.get(letter)
+        if letter == "S":
+            value = b" ".join(value)
+        print(letter, describe(letter, value) if letter in NUMBERS else value.decode("latin-1"))
     if position < len(data):
         raise WireError(f"{len(data) - position} bytes are left over")
 
 
-COMMANDS = {"decode": (decode, 2, None), "answer": (answer, 1, 1), "send": (send, 3, 3),
+COMMANDS = {"decode": (decode, 2, None), "send": (send, 3, 3),
+            "judge": (judge, 2, 2), "damage": (damage, 3, 3),
             "cut": (cut, 2, None), "stop": (stop, 1, 1)}
 
 
