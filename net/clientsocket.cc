@@ -107,7 +107,7 @@ int ClientSocketIn::Connect(unsigned seconds, int& error) {
 unsigned short ClientSocketIn::Port(unsigned short port) { return remote.Port(port); }
 
 String_t ClientSocketIn::Hostname(String_t const& host) {
-    String_t const old = remote.Host();
+    String_t old = remote.Host();
     remote.Host(host);
     return old;
 }

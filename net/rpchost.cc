@@ -12,7 +12,7 @@ char* RpcDecomposeHostName(char const* text, char* host, unsigned int size, unsi
     std::size_t const colon = name.find(':');
     *port = 0;
     if (colon != name.npos) {
-        long const number = std::strtol(text + colon + 1, nullptr, 10);
+        long const number = std::strtol(name.data() + colon + 1, nullptr, 10);
         *port = static_cast<unsigned short>(korbase_detail::SaturateToInt32FromLong(number));
         name = name.substr(0, colon);
     }

@@ -175,7 +175,7 @@ unsigned short ServerSocketIn::Port(unsigned short port) {
 
 String_t ServerSocketIn::Hostname(String_t const& host) {
     if (fd >= 0) return String_t("");
-    String_t const old = addr.Host();
+    String_t old = addr.Host();
     addr.Host(host);
     return old;
 }

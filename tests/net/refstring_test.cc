@@ -8,56 +8,37 @@
 
 #include "net/hostname.h"
 
-namespace {
-
 using SockIO::MakeRefString;
 using SockIO::ParseRefString;
 
 TEST(RefString, IsWrittenAsPathOrWithThePort) {
-    std::string const own = SockIO::GetHostname().Get(), h252(252, 'h'), h300(300, 'h');
+    String_t const own = SockIO::GetHostname(), h252(std::string(252, 'h')), h256 = h252 + "hhhh";
     struct {
         char const* host;
         unsigned short port;
-        std::string want;
-    } const rows[] = {{"", 80, own + ":80"},
-                      {nullptr, 0, own + ":0"},
-                      {"a b", 65535, "a b:65535"},
-                      {"::1", 80, "::1/80"},
-                      {"/tmp/sock", 5, "/tmp/sock"},
-                      {".:", 5, ".:"},
-                      // 255 characters at most
-                      {h252.c_str(), 80, h252 + ":80"},
-                      {h252.c_str(), 800, h252 + ":80"},
-                      {h300.c_str(), 1, h300.substr(0, 255)}};
-    for (auto const& row : rows) EXPECT_EQ(row.want, MakeRefString(row.host, row.port).Get());
+        String_t want;
+    } const rows[] = {
+        {"", 80, own + ":80"},    {nullptr, 0, own + ":0"},  {"a b", 65535, "a b:65535"},
+        {"::1", 80, "::1/80"},    {"/a:b", 5, "/a:b"},       {".", 5, "."},
+        {h252, 80, h252 + ":80"}, {h252, 800, h252 + ":80"}, {h256, 1, h252 + "hhh"}};
+    for (auto const& row : rows) EXPECT_STREQ(row.want, MakeRefString(row.host, row.port));
 }
 
+// A port of -1: not a reference; the host is stored then, unless its bracket is missing.
 TEST(RefString, IsReadWithHostsPortsAndServices) {
-    std::string const h255(255, 'h'), most = '[' + h255 + "]:1", more = "[h" + h255 + "]:1";
+    String_t const h(std::string(255, 'h')), most = "[" + h + "]:1", more = "[h" + h + "]:1";
     struct {
         char const* ref;
         char const* host;
-        int port, family;  // port -1: not a reference
-    } const rows[] = {{"*:ftp", "", 21, 0},
-                      {":\t ftp\nx", "", 21, 0},
-                      {nullptr, "", 0, 1},
-                      {"a[b]:1", "a[b]", 1, 0},
-                      {" \t/a:1", "/a", 1, 0},  // only the very first character makes a path
-                      {"[]:1", "", 1, 0},
-                      {"a :00080x", "a ", 80, 0},
-                      {"a:0x50", "a", 0, 0},
-                      {"*a:65535", "*a", 65535, 0},
-                      // the host is stored, unless its bracket is missing
-                      {"host", "host", -1, 9},
-                      {"a:65536", "a", -1, 9},
-                      {"a:-1", "a", -1, 9},
-                      {"a:+1", "a", -1, 9},
-                      {"a:ftp ", "a", -1, 9},
-                      {"[::1] :1", "::1", -1, 9},
-                      {"[::1", "old", -1, 9},
-                      {most.c_str(), h255.c_str(), 1, 0},
-                      {most.c_str() + 1, h255.c_str(), -1, 9},
-                      {more.c_str(), "old", -1, 9}};
+        int port, family;
+    } const rows[] = {
+        {"*:ftp", "", 21, 0},       {":\t ftp\nx", "", 21, 0}, {nullptr, "", 0, 1},
+        {"a[b]:1", "a[b]", 1, 0},   {" /a:1", "/a", 1, 0},     {"[]:1", "", 1, 0},
+        {"a :00080x", "a ", 80, 0}, {"a:0x50", "a", 0, 0},     {"a:65535", "a", 65535, 0},
+        {"host", "host", -1, 9},    {"a:65536", "a", -1, 9},   {"a:-1", "a", -1, 9},
+        {"a:+1", "a", -1, 9},       {"a:ftp ", "a", -1, 9},    {"[b] :1", "b", -1, 9},
+        {"[::1", "old", -1, 9},     {most, h, 1, 0},           {&most[1], h, -1, 9},
+        {more, "old", -1, 9}};
     for (auto const& row : rows) {
         String_t host("old");
         unsigned short port = 7;
@@ -71,7 +52,7 @@ TEST(RefString, IsReadWithHostsPortsAndServices) {
     EXPECT_TRUE(ParseRefString(both, both, port) == 0 && both == "there" && port == 80);
 }
 
-TEST(RefString, IsReadAsAPatternSaysAndAsItWasWritten) {
+TEST(RefString, IsReadAsAPatternSays) {
     std::regex const pattern(R"(\s*(?!\s)(?:\[([^\]]*)\]|(?!\[)([^:]*)):\s*(\d+)[^]*)");
     std::mt19937 random(41);
     std::string const letters = "  :::[]*/.q09\n";
@@ -91,10 +72,5 @@ TEST(RefString, IsReadAsAPatternSaysAndAsItWasWritten) {
         std::string const name = path ? text : part[1].str() + part[2].str();
         EXPECT_EQ(name == "*" ? "" : name, host.Get()) << text;
         EXPECT_TRUE(port == (path ? 0 : std::stoi(part[3])) && family == path) << text;
-        if (name.empty() || name.find_first_of(": \n*") != name.npos || name[0] == '[') continue;
-        ASSERT_EQ(0, ParseRefString(MakeRefString(name.c_str(), port), host, port)) << text;
-        EXPECT_EQ(name, host.Get()) << "written and read again";
     }
 }
-
-}  // namespace

@@ -2,37 +2,33 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
+// A `host` with "#" is what was there; ports are the same whatever the size of a long.
 TEST(RpcDecomposeHostName, SplitsAndCuts) {
     struct {
         char const* text;
         unsigned size;
-        char const* host;  // with what was behind it
+        char const* host;
         unsigned short port;
-    } const rows[] = {
-        {"host:7000", 5, "host", 7000},
-        {":7000", 10, "localhost", 7000},
-        {"", 10, "localhost", 0},
-        {nullptr, 10, "localhost", 0},
-        {":", 6, "local", 0},
-        {"host", 4, "hos", 0},
-        {"h:1", 1, "", 1},
-        {"host:1", 0, "############", 1},
-        {"a:b:5", 9, "a", 0},
-        {"a: +12x", 9, "a", 12},
-        {"a:-1", 9, "a", 65535},
-        {"a:70000", 9, "a", 4464},
-        {"a:4294967296", 9, "a", 65535},
-        {"a:99999999999999999999", 9, "a", 65535}};  // the same whatever the size of a long
+    } const rows[] = {{"host:7000", 5, "host", 7000},
+                      {":7000", 10, "localhost", 7000},
+                      {"", 10, "localhost", 0},
+                      {nullptr, 10, "localhost", 0},
+                      {":", 6, "local", 0},
+                      {"host", 4, "hos", 0},
+                      {"h:1", 1, "", 1},
+                      {"h:1", 0, "##########", 1},
+                      {"a:b:5", 9, "a", 0},
+                      {"a: +12x", 9, "a", 12},
+                      {"a:-1", 9, "a", 65535},
+                      {"a:70000", 9, "a", 4464},
+                      {"a:4294967296", 9, "a", 65535},
+                      {"a:9999999999999", 9, "a", 65535}};
     for (auto const& row : rows) {
-        char host[] = "############";
+        char host[] = "##########";
         unsigned short port = 9;
         EXPECT_EQ(host, RpcDecomposeHostName(row.text, host, row.size, &port));
         EXPECT_STREQ(row.host, host);
         EXPECT_EQ(row.port, port) << row.host;
-        EXPECT_STREQ(&"############"[row.size], host + row.size) << row.host;
+        EXPECT_STREQ(&"##########"[row.size], host + row.size) << row.host;
     }
 }
-
-}  // namespace

@@ -1,5 +1,4 @@
-// Real sockets on a loopback address of this test process alone, and ways to make calls on them
-// fail.
+// Real sockets on a loopback address of this test process alone, and ways to make calls fail.
 #ifndef KORBASE_TESTS_NET_SOCKETS_H
 #define KORBASE_TESTS_NET_SOCKETS_H
 
@@ -25,6 +24,12 @@ inline std::ptrdiff_t OpenDescriptors() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }
 
+// Tests that leave no descriptor open.
+struct SocketTest : testing::Test {
+    std::ptrdiff_t const before = OpenDescriptors();
+    ~SocketTest() override { EXPECT_EQ(before, OpenDescriptors()); }
+};
+
 // Blocking, and open in programs that are started: as a connection is handed out.
 inline bool IsPlain(int fd) {
     return !(fcntl(fd, F_GETFL) & O_NONBLOCK) && fcntl(fd, F_GETFD) == 0;
@@ -41,12 +46,10 @@ struct BoundSocket {
     SockIO::SockAddr address;
     UniqueFd fd;
 
-    explicit BoundSocket(int port)
-        : address(OwnHost(), static_cast<unsigned short>(port), AF_INET),
-          fd(socket(AF_INET, SOCK_STREAM, 0)) {
+    explicit BoundSocket(unsigned short port)
+        : address(OwnHost(), port, AF_INET), fd(socket(AF_INET, SOCK_STREAM, 0)) {
         socklen_t size = sizeof(sockaddr_in);
-        EXPECT_EQ(0, address.Init());
-        EXPECT_EQ(0, bind(fd.Get(), address.Get(), size));
+        EXPECT_TRUE(address.Init() == 0 && bind(fd.Get(), address.Get(), size) == 0);
         EXPECT_EQ(0, getsockname(fd.Get(), address.Get(), &size));
         address.AdjustPort();
     }
@@ -57,8 +60,7 @@ struct FullListener : BoundSocket {
     std::vector<UniqueFd> clients;
 
     FullListener() : BoundSocket(0) {
-        listen(fd.Get(), 0);
-        while (clients.size() < 3) {
+        for (listen(fd.Get(), 0); clients.size() < 3;) {
             clients.emplace_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
             connect(clients.back().Get(), address.Get(), address.Size());
         }
@@ -66,23 +68,19 @@ struct FullListener : BoundSocket {
 };
 
 // No further descriptor can be opened.
-class NoDescriptors {
-public:
+struct NoDescriptors {
+    rlimit before, lowest;
+
     NoDescriptors() {
         getrlimit(RLIMIT_NOFILE, &before);
-        rlimit lowest = before;
-        lowest.rlim_cur = static_cast<rlim_t>(UniqueFd(dup(0)).Get());
+        lowest = {static_cast<rlim_t>(UniqueFd(dup(0)).Get()), before.rlim_max};
         setrlimit(RLIMIT_NOFILE, &lowest);
     }
     ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &before); }
-
-private:
-    rlimit before;
 };
 
 // A signal with a handler every 5 milliseconds: one that comes too early does no harm.
-class Interrupts {
-public:
+struct Interrupts {
     Interrupts() {
         struct sigaction action = {};
         action.sa_handler = [](int) {};
@@ -90,21 +88,10 @@ public:
         Every(5000);
     }
     ~Interrupts() { Every(0); }
-
-private:
     static void Every(int microseconds) {
         itimerval const timer = {{0, microseconds}, {0, microseconds}};
         setitimer(ITIMER_REAL, &timer, nullptr);
     }
-};
-
-// Tests that leave no descriptor open.
-class SocketTest : public testing::Test {
-protected:
-    ~SocketTest() override { EXPECT_EQ(before, OpenDescriptors()); }
-
-private:
-    std::ptrdiff_t const before = OpenDescriptors();
 };
 
 #endif
