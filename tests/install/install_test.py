@@ -35,7 +35,7 @@ def main():
         if static:
             architecture, build = "amd64", ROOT / "build" / "static"
             run("cmake", "-S", ROOT, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
-                "-DKORBASE_SHARED=OFF", "-DKORBASE_TESTS=OFF", "-DKORBASE_EXAMPLES=OFF")
+                "-DKORBASE_SHARED=OFF", "-DKORBASE_WERROR=ON", "-DKORBASE_TESTS=OFF", "-DKORBASE_EXAMPLES=OFF")
             run("cmake", "--build", build)
         else:
             architecture, build = sys.argv[1:]
