@@ -2,13 +2,10 @@
 #ifndef KORBASE_TESTS_SUPPORT_INT_TREE_H
 #define KORBASE_TESTS_SUPPORT_INT_TREE_H
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <new>
-#include <vector>
 
 #include "containers/avlnode.h"
+#include "tests/support/test.h"
 
 template <class Base>
 struct IntNode : Base {
