@@ -1,11 +1,6 @@
 #include "generic/tshsort"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
-#include <utility>
-#include <vector>
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,14 +1,8 @@
 #include "generic/tsortedvector"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <random>
 #include <set>
-#include <string>
-#include <vector>
 
+#include "tests/support/test.h"
 #include "text/string.h"
 
 namespace {
@@ -39,9 +33,7 @@ TEST(TSortedVector, FollowsAStdSetThroughRandomSteps) {
             ASSERT_EQ(model.erase(key) == 1, names.Remove(name)) << step;
         }
         Names const& seen = names;
-        ASSERT_EQ(model.size(), seen.Len()) << step;
-        ASSERT_EQ(model, std::set<std::string>(seen.begin(), seen.end())) << step;
-        ASSERT_TRUE(std::is_sorted(seen.begin(), seen.end())) << step;
+        ASSERT_EQ(Joined(model), Joined(seen)) << step;
         ASSERT_EQ(model.count(key) == 1, seen.Contains(name));
         ASSERT_EQ(seen.Find(name), names.Find(name));
     }
@@ -49,17 +41,12 @@ TEST(TSortedVector, FollowsAStdSetThroughRandomSteps) {
 
 TEST(TSortedVector, InsertsItsOwnElementsAndCopies) {
     Numbers v(1);
-    for (int const value : {5, 1, 3}) EXPECT_EQ(1, v.Insert(value).found);
-    EXPECT_EQ(std::vector<int>({1, 3, 5}), std::vector<int>(v.begin(), v.end()));
-    v.Insert(7);
+    for (int const value : {5, 1, 3, 7}) EXPECT_EQ(1, v.Insert(value).found);
     TResult<int> const same = v.Insert(v[1]);  // full: the buffer moves
-    EXPECT_EQ(0, same.found);
-    EXPECT_EQ(&v[1], same.ptr);
-    EXPECT_EQ(8u, v.Size());
+    EXPECT_TRUE(same.found == 0 && same.ptr == &v[1] && v.Size() == 8 && Numbers().Size() == 128);
     Numbers const copy(v);
     EXPECT_TRUE(v.Remove(v[0]));
-    EXPECT_EQ(4u, copy.Len());
-    EXPECT_EQ(128u, Numbers().Size());
+    EXPECT_EQ("3 5 7, 1 3 5 7", Joined(v) + ", " + Joined(copy));
 }
 
 TEST(TSortedVectorDeathTest, RefusesNegativeIndexes) {
