@@ -1,6 +1,5 @@
 #include "containers/avlnode.h"
 
-#include <random>
 #include <set>
 
 #include "tests/support/int_tree.h"
@@ -8,18 +7,16 @@
 namespace {
 
 typedef IntNode<AVLnode> Node;
-typedef std::vector<int> Keys;
-
 // AVLnode::Insert; a node that was equal puts its key into `found`.
-AVLnode* Add(AVLnode* root, int key, int& grew, Keys* found = nullptr) {
+AVLnode* Add(AVLnode* root, int key, int& grew, std::vector<int>* found = nullptr) {
     return AVLnode::Insert(root, Node::Cmp, &key, Node::Make, &key, found ? Node::Log : nullptr,
                            found, grew);
 }
 
-Keys KeysOf(bnode_t* root) {
-    Keys keys;
+std::string KeysOf(bnode_t* root) {
+    std::vector<int> keys;
     bnode_t::Inorder(root, Node::Log, &keys);
-    return keys;
+    return Joined(keys);
 }
 
 TEST(AVLTree, StaysBalancedAndReportsItsHeightUnderRandomChanges) {
@@ -33,9 +30,9 @@ TEST(AVLTree, StaysBalancedAndReportsItsHeightUnderRandomChanges) {
         bool const fill = random() % 8 < (step / 500 % 2 ? 6U : 2U);
         int change = 5;
         if (fill) {
-            Keys found;
+            std::vector<int> found;
             root = Add(root, key, change, &found);
-            ASSERT_EQ(model.insert(key).second ? Keys{} : Keys{key}, found);
+            ASSERT_EQ(model.insert(key).second ? "" : std::to_string(key), Joined(found));
         } else {
             AVLnode* removed = root;
             root = AVLnode::Delete(root, Node::Cmp, &key, change, removed);
@@ -47,7 +44,7 @@ TEST(AVLTree, StaysBalancedAndReportsItsHeightUnderRandomChanges) {
         int const now = BalancedHeight(root);
         ASSERT_EQ(fill ? now - height : height - now, change) << "step " << step;
         height = now;
-        ASSERT_EQ(Keys(model.begin(), model.end()), KeysOf(root));
+        ASSERT_EQ(Joined(model), KeysOf(root));
     }
     AVLnode* const copy = static_cast<AVLnode*>(bnode_t::DupTree(root));
     EXPECT_EQ(height, BalancedHeight(copy));
