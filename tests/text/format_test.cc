@@ -1,16 +1,9 @@
 #include "text/format.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <climits>
-#include <cstdio>
 #include <iomanip>
 #include <iostream>
-#include <random>
-#include <sstream>
-#include <string>
 
+#include "tests/support/test.h"
 #include "tests/support/texts.h"
 #include "text/strfmt.h"
 

@@ -1,12 +1,7 @@
 #include "text/memory.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <string>
-
 #include "tests/support/abort_text.h"
+#include "tests/support/test.h"
 
 namespace {
 

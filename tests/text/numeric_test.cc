@@ -1,12 +1,9 @@
 #include "text/numeric.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <numeric>
-#include <utility>
 
 #include "tests/support/abort_text.h"
+#include "tests/support/test.h"
 
 namespace {
 

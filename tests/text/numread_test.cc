@@ -1,10 +1,6 @@
 #include "text/numread.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <sstream>
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 

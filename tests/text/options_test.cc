@@ -1,13 +1,9 @@
 // Options and argument vectors.
 #include "text/options.h"
 
-#include <gtest/gtest.h>
-
 #include <new>
-#include <sstream>
-#include <string>
-#include <utility>
 
+#include "tests/support/test.h"
 #include "tests/support/texts.h"
 #include "text/argumentvector.h"
 
@@ -34,14 +30,13 @@ std::string Got(char const* list, Name name) {
 }
 
 TEST(GetOpt, FindsLettersAndWords) {
-    struct {
-        char const *list, *letter, *word;
-    } const rows[] = {{"", "0|-|-", "0|-|-"},         {"p,-oout", "1|out|!0", "0|-|-"},
-                      {"-o", "0|-|-", "0|-|-"},       {"p,-o,1,-o,2", "1|1|1", "1|1|1"},
-                      {"p,-o", "1|7|-", "1|-|-"},     {"p,-o,~,-o,1", "1|7|-", "1|-|-"},
-                      {"p,-o,", "1||!0", "1||-"},     {"p,-,o,,-O,+o", "0|-|-", "0|-|-"},
-                      {"p,-o1,3", "1|1|1", "0|-|-"},  {"p,-o,12x", "1|12x|!12", "1|12x|-"},
-                      {"p,~,-o,1", "0|-|-", "0|-|-"}, {"p,x,-o, 12", "1| 12|12", "1| 12|12"}};
+    Rows<char const*, char const*, char const*> const rows = {
+        {"", "0|-|-", "0|-|-"},         {"p,-oout", "1|out|!0", "0|-|-"},
+        {"-o", "0|-|-", "0|-|-"},       {"p,-o,1,-o,2", "1|1|1", "1|1|1"},
+        {"p,-o", "1|7|-", "1|-|-"},     {"p,-o,~,-o,1", "1|7|-", "1|-|-"},
+        {"p,-o,", "1||!0", "1||-"},     {"p,-,o,,-O,+o", "0|-|-", "0|-|-"},
+        {"p,-o1,3", "1|1|1", "0|-|-"},  {"p,-o,12x", "1|12x|!12", "1|12x|-"},
+        {"p,~,-o,1", "0|-|-", "0|-|-"}, {"p,x,-o, 12", "1| 12|12", "1| 12|12"}};
     for (auto const& [list, letter, word] : rows) {
         EXPECT_EQ(letter, Got(list, 'o')) << list;
         EXPECT_EQ(word, Got(list, "-o")) << list;
@@ -71,13 +66,12 @@ std::string Checked(char const* list, Name name) {
 }
 
 TEST(CheckOpt, TakesTheValueAtTheCursor) {
-    struct {
-        char const *list, *letter, *word;
-    } const rows[] = {{"p,,-o", "-|-|-|", "-|-|-|"},      {"p,-o,~", "-+|7+|1|", "-+|7+|1|"},
-                      {"p,+o", "-+|7+|1|", "-|-|-|"},     {"p,-o12,3", "12|12|1|", "-|-|-|"},
-                      {"p,-o", "-+|7+|1|", "-+|7+|1|"},   {"p,-o,12", "12+|12+|1|", "12+|12+|1|"},
-                      {"p,-o1x,3", "!1|1x|1|", "-|-|-|"}, {"p,-o,4x", "!4+|4x+|1|", "!4+|4x+|1|"},
-                      {"p", "-|-|-|", "-|-|-|"}};
+    Rows<char const*, char const*, char const*> const rows = {
+        {"p,,-o", "-|-|-|", "-|-|-|"},      {"p,-o,~", "-+|7+|1|", "-+|7+|1|"},
+        {"p,+o", "-+|7+|1|", "-|-|-|"},     {"p,-o12,3", "12|12|1|", "-|-|-|"},
+        {"p,-o", "-+|7+|1|", "-+|7+|1|"},   {"p,-o,12", "12+|12+|1|", "12+|12+|1|"},
+        {"p,-o1x,3", "!1|1x|1|", "-|-|-|"}, {"p,-o,4x", "!4+|4x+|1|", "!4+|4x+|1|"},
+        {"p", "-|-|-|", "-|-|-|"}};
     for (auto const& [list, letter, word] : rows) {
         EXPECT_EQ(letter, Checked(list, 'o')) << list;
         EXPECT_EQ(word, Checked(list, "-o")) << list;
@@ -89,13 +83,9 @@ TEST(ArgumentVector, OwnsCopies) {
     ArgumentVector a(3, args.Vector()), b(a), c(-4, nullptr);
     args.Vector()[2][0] = a.Argv()[0][0] = '#';
     c = b;
-    EXPECT_STREQ("one", c.Argv()[0]);
-    EXPECT_EQ(nullptr, c.Argv()[1]);
-    EXPECT_STREQ("two", c.Argv()[2]);
-    EXPECT_EQ(nullptr, c.Argv()[3]);
     b = ArgumentVector();
-    EXPECT_EQ(0, b.Argc());
-    EXPECT_EQ(nullptr, b.Argv()[0]);
+    EXPECT_EQ("one two", c.Argv()[0] + std::string(" ") + c.Argv()[2]);
+    EXPECT_TRUE(!c.Argv()[1] && !c.Argv()[3] && !b.Argv()[0] && b.Argc() == 0);
     char** const taken = c.Argv();
     ArgumentVector moved(std::move(c));
     EXPECT_EQ(0, c.Argc());  // NOLINT: moved-from, as documented

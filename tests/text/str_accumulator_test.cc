@@ -1,9 +1,6 @@
 #include "text/str_accumulator.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 

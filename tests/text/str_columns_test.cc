@@ -1,9 +1,6 @@
 #include "text/str_columns.h"
 
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 
@@ -19,14 +16,11 @@ std::string Listed(int count, int columns, int (*cmp)(void const*, void const*) 
 }
 
 TEST(StrFmtMulCols, GoesDownTheColumns) {
-    struct {
-        int count, columns;
-        char const* want;
-    } const rows[] = {{5, 2, "04/13/2/"}, {3, 1, "0/1/2/"}, {3, 9, "012/"}, {3, INT_MAX, "012/"},
-                      {3, 0, ""},         {3, -2, ""},      {1, -2, "0/"},  {0, 2, ""},
-                      {0, -2, "/"},       {-3, 2, ""}};
-    for (auto const& row : rows)
-        EXPECT_EQ(row.want, Listed(row.count, row.columns)) << row.count << " in " << row.columns;
+    Rows<int, int, char const*> const rows = {
+        {5, 2, "04/13/2/"}, {3, 1, "0/1/2/"}, {3, 9, "012/"}, {3, INT_MAX, "012/"}, {3, 0, ""},
+        {3, -2, ""},        {1, -2, "0/"},    {0, 2, ""},     {0, -2, "/"},         {-3, 2, ""}};
+    for (auto const& [count, columns, want] : rows)
+        EXPECT_EQ(want, Listed(count, columns)) << count << " in " << columns;
     auto const compare = [](void const* a, void const* b) {
         return *static_cast<short const*>(b) - *static_cast<short const*>(a);
     };

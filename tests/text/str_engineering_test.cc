@@ -1,14 +1,8 @@
 #include "text/str_engineering.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <cstdio>
 #include <limits>
-#include <random>
-#include <string>
-#include <utility>
 
+#include "tests/support/test.h"
 #include "text/numeric.h"
 
 namespace {

@@ -1,31 +1,23 @@
 #include "text/str_field.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <climits>
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 
 TEST(StrField, PadAndSubstrFillTheDestination) {
-    struct {
-        char const* s;
-        int pos, count, dstlen;
-        char const* want;
-    } const rows[] = {
+    Rows<char const*, int, int, int, char const*> const rows = {
         {"abc", 1, 3, 5, "abc  #"}, {"abc", 1, 2, 5, "ab   #"},  {"abc", 1, 9, 5, "abc  #"},
         {"abc", 1, 9, 2, "ab####"}, {"abc", 1, -1, 2, "  ####"}, {nullptr, 1, 3, 2, "  ####"},
         {"abc", 1, 3, 0, "######"}, {"abc", 1, 3, -1, "######"}, {"abcdef", 2, 3, 5, "bcd  #"},
         {"abc", 4, 1, 2, "  ####"}, {"abc", 99, 1, 2, "  ####"}, {"abc", INT_MIN, 3, 2, "  ####"}};
-    for (auto const& row : rows) {
-        std::string field = "######", padded = field, want = row.want;
-        str_substr(row.s, row.pos, row.count, field.data(), row.dstlen);
-        EXPECT_EQ(want, field) << row.pos << ' ' << row.count << ' ' << row.dstlen;
-        std::replace(want.begin(), want.end(), ' ', '*');
-        str_pad(row.s, row.count, '*', row.dstlen, padded.data());
-        if (row.pos != 1) continue;
-        EXPECT_EQ(want, padded) << row.count << ' ' << row.dstlen;
+    for (auto const& [s, pos, count, dstlen, want] : rows) {
+        std::string field = "######", padded = field, stars = want;
+        str_substr(s, pos, count, field.data(), dstlen);
+        EXPECT_EQ(want, field) << pos << ' ' << count << ' ' << dstlen;
+        std::replace(stars.begin(), stars.end(), ' ', '*');
+        str_pad(s, count, '*', dstlen, padded.data());
+        if (pos != 1) continue;
+        EXPECT_EQ(stars, padded) << count << ' ' << dstlen;
     }
     char field[7] = "abcdef";
     str_substr(field, 2, 4, field, 6);  // a piece of the field moves to its front

@@ -1,13 +1,9 @@
 #include "text/str_integer.h"
 
-#include <gtest/gtest.h>
-
 #include <charconv>
-#include <cstdint>
-#include <random>
-#include <string>
 
 #include "tests/support/abort_text.h"
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,14 +1,9 @@
 #include "text/str_number.h"
 
-#include <gtest/gtest.h>
-
 #include <cctype>
 #include <cfloat>
-#include <climits>
-#include <cmath>
-#include <cstring>
-#include <random>
-#include <string>
+
+#include "tests/support/test.h"
 
 namespace {
 
@@ -21,13 +16,11 @@ Real ValueOf(char const* text, int count, int (*convert)(char const*, Real*)) {
 }
 
 TEST(StrToInt, CountsWhatItReadAndWraps) {
-    struct {
-        char const* text;
-        int count, value;
-    } const rows[] = {{"  -42abc", 5, -42},         {"+007", 4, 7},
-                      {"4294967297", 10, 1},        {"2147483648", 10, INT_MIN},
-                      {"-2147483649", 11, INT_MAX}, {"9999999999999999", 16, 1874919423}};
-    for (auto const& row : rows) EXPECT_EQ(row.value, ValueOf(row.text, row.count, str_toint));
+    Rows<char const*, int, int> const rows = {
+        {"  -42abc", 5, -42},         {"+007", 4, 7},
+        {"4294967297", 10, 1},        {"2147483648", 10, INT_MIN},
+        {"-2147483649", 11, INT_MAX}, {"9999999999999999", 16, 1874919423}};
+    for (auto const& [text, count, value] : rows) EXPECT_EQ(value, ValueOf(text, count, str_toint));
     for (char const* text : {"00000000000000001", "", " \t\n", "-", "- 5", "x5"})
         EXPECT_EQ(77, ValueOf(text, 0, str_toint));
     EXPECT_EQ(0, str_toint(nullptr, nullptr) + str_tofloat(nullptr, nullptr));
@@ -59,20 +52,17 @@ TEST(StrToNumber, KnowsItsLettersAndNoOtherCharacter) {
 TEST(StrToNumber, CountsWhatItReadAndElseLeavesTheOutputAlone) {
     std::string const digits(33, '1');  // a part of so many digits counts as none
     std::string const half = digits + ".5", two_k = "2." + digits + "k", exponent = "1E" + digits;
-    struct {
-        char const* text;
-        int count;
-        double value;
-    } const rows[] = {{"  -1.5K", 7, -1500}, {"5.K", 3, 5000},        {".5k", 3, 500},
-                      {"+4.7 K", 4, 4.7},    {"1K23", 2, 1000},       {"1d+3x", 4, 1e3},
-                      {"1e -2", 5, 0.01},    {"1E999", 5, HUGE_VAL},  {"-1E-2147483648", 14, -0.0},
-                      {" \f\v-2", 5, -2},    {half.c_str(), 35, 0.5}, {two_k.c_str(), 36, 2000}};
-    for (auto const& row : rows) {
-        double const value = ValueOf(row.text, row.count, str_todouble);
-        EXPECT_DOUBLE_EQ(row.value, value) << row.text;
-        EXPECT_EQ(std::signbit(row.value), std::signbit(value)) << row.text;
-        EXPECT_DOUBLE_EQ(row.value, ValueOf(row.text, row.count, str_ctodouble));
-        EXPECT_FLOAT_EQ(static_cast<float>(row.value), ValueOf(row.text, row.count, str_tofloat_));
+    Rows<char const*, int, double> const rows = {
+        {"  -1.5K", 7, -1500}, {"5.K", 3, 5000},        {".5k", 3, 500},
+        {"+4.7 K", 4, 4.7},    {"1K23", 2, 1000},       {"1d+3x", 4, 1e3},
+        {"1e -2", 5, 0.01},    {"1E999", 5, HUGE_VAL},  {"-1E-2147483648", 14, -0.0},
+        {" \f\v-2", 5, -2},    {half.c_str(), 35, 0.5}, {two_k.c_str(), 36, 2000}};
+    for (auto const& [text, count, value] : rows) {
+        double const got = ValueOf(text, count, str_todouble);
+        EXPECT_DOUBLE_EQ(value, got) << text;
+        EXPECT_EQ(std::signbit(value), std::signbit(got)) << text;
+        EXPECT_DOUBLE_EQ(value, ValueOf(text, count, str_ctodouble));
+        EXPECT_FLOAT_EQ(static_cast<float>(value), ValueOf(text, count, str_tofloat_));
     }
     for (char const* text : {"", " ", ".", ".K", "-", "- 1", "--1", "K", "inf ", "INF", "1E", "1ex",
                              digits.c_str(), exponent.c_str()}) {
@@ -120,9 +110,7 @@ void Check(std::string const& whole, std::string const& fraction, std::string co
 }
 
 std::string RandomDigits(std::mt19937& random) {
-    std::string digits(random() % 4 ? random() % 12 : random() % 35, '0');
-    for (char& digit : digits) digit = "00123456789"[random() % 11];
-    return digits;
+    return RandomText(random, random() % 4 ? 11 : 34, "00123456789");
 }
 
 TEST(StrToNumber, IsBitForBitTheDefinedChain) {

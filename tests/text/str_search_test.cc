@@ -1,22 +1,12 @@
 #include "text/str_search.h"
 
-#include <gtest/gtest.h>
-
 #include <cctype>
 #include <iterator>
-#include <random>
-#include <sstream>
-#include <string>
 #include <tuple>
-#include <vector>
+
+#include "tests/support/test.h"
 
 namespace {
-
-std::string RandomText(std::mt19937& random, unsigned longest) {
-    std::string text(random() % (longest + 1), ' ');
-    for (char& c : text) c = "abAB"[random() % 4];
-    return text;
-}
 
 // Every search against std::string, on fields that have no terminator behind them.
 TEST(StrSearch, AgreesWithAModel) {
@@ -28,7 +18,7 @@ TEST(StrSearch, AgreesWithAModel) {
     std::mt19937 random(11);
     for (int i = 0; i < 40000; ++i) {
         auto const& [indx, index, cont, ncont, fold] = forms[i % 2];
-        std::string s = RandomText(random, 8), sub = RandomText(random, 3);
+        std::string s = RandomText(random, 8, "abAB"), sub = RandomText(random, 3, "abAB");
         std::vector<char> const field(s.begin(), s.end()), part(sub.begin(), sub.end());
         std::string const text = s, piece = sub;
         for (char& c : s) c = static_cast<char>(fold(c));

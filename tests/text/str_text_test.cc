@@ -1,28 +1,23 @@
 #include "text/str_text.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
-#include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <string>
 
 #include "tests/support/abort_text.h"
+#include "tests/support/test.h"
 
 namespace {
+
+using namespace std::string_literals;
 
 int Sign(int value) { return (value > 0) - (value < 0); }
 
 TEST(StrCompare, OrdersNullFirstAndFoldsLettersOnly) {
-    struct {
-        char const *a, *b;
-        int exact, folded, first_two;  // signs; the last one without case
-    } const rows[] = {{nullptr, nullptr, 0, 0, 0}, {nullptr, "", -1, -1, -1},
-                      {"", nullptr, 1, 1, 1},      {"", "", 0, 0, 0},
-                      {"abc", "ABC", 1, 0, 0},     {"abC", "ABd", 1, -1, 0},
-                      {"ab", "abc", -1, -1, 0},    {"a\xff", "A\x01", 1, 1, 1},
-                      {"a", "[", 1, 1, 1},         {"x", "X[", 1, -1, -1}};
+    // The signs of the results; the last one is without case.
+    Rows<char const*, char const*, int, int, int> const rows = {
+        {nullptr, nullptr, 0, 0, 0}, {nullptr, "", -1, -1, -1},   {"", nullptr, 1, 1, 1},
+        {"", "", 0, 0, 0},           {"abc", "ABC", 1, 0, 0},     {"abC", "ABd", 1, -1, 0},
+        {"ab", "abc", -1, -1, 0},    {"a\xff", "A\x01", 1, 1, 1}, {"a", "[", 1, 1, 1},
+        {"x", "X[", 1, -1, -1}};
     for (auto const& [a, b, exact, folded, first_two] : rows) {
         int const want[] = {exact, exact, folded, folded, first_two, 0};
         int const got[] = {str_cmp(a, b),      str_ncmp(a, b, 9),  str_icmp(a, b),
@@ -36,23 +31,21 @@ TEST(StrCompare, OrdersNullFirstAndFoldsLettersOnly) {
 }
 
 TEST(StrCopy, LeavesNullsAloneOrMakesThemEmpty) {
-    char text[9] = "########";
-    str_cpy(text, "ab");
-    str_cat(text, nullptr);
-    str_cat(nullptr, "x");
-    str_ncat(text, nullptr, 3);
-    str_ncat(text, "cdef", 2);
-    str_cpy(nullptr, "x");
-    str_ncpy(nullptr, "x", 1);
-    EXPECT_EQ(std::string("abcd\0###", 8), std::string(text, 8));
-    str_ncpy(text, nullptr, 4);
-    str_cpy(text + 1, nullptr);
-    EXPECT_EQ(std::string("\0\0cd\0###", 8), std::string(text, 8));
-    str_ncpy(text, "ab", 5);
-    str_cat(text, "c");
-    EXPECT_EQ(std::string("abc\0\0\0##", 8), std::string(text, 8));
-    str_ncpy(text, "abcdef", 4);
-    EXPECT_EQ(4u, str_len(text) + str_len(nullptr));
+    std::string text(8, '#');
+    char* const to = text.data();
+    str_cpy(to, "ab");
+    str_cat(to, nullptr), str_cat(nullptr, "x"), str_ncat(to, nullptr, 3);
+    str_cpy(nullptr, "x"), str_ncpy(nullptr, "x", 1);
+    str_ncat(to, "cdef", 2);
+    EXPECT_EQ("abcd\0###"s, text);
+    str_ncpy(to, nullptr, 4);
+    str_cpy(to + 1, nullptr);
+    EXPECT_EQ("\0\0cd\0###"s, text);
+    str_ncpy(to, "ab", 5);
+    str_cat(to, "c");
+    EXPECT_EQ("abc\0\0\0##"s, text);
+    str_ncpy(to, "abcdef", 4);
+    EXPECT_EQ(4u, str_len(to) + str_len(nullptr));
     EXPECT_STREQ(std::strerror(ENOENT), str_error(ENOENT));
 }
 

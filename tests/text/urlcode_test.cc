@@ -1,10 +1,8 @@
 #include "text/urlcode.h"
 
-#include <gtest/gtest.h>
-
 #include <cctype>
-#include <cstdio>
-#include <cstring>
+
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,12 +1,10 @@
 #include "text/vars.h"
 
-#include <gtest/gtest.h>
 #include <regex.h>
 
-#include <cstring>
 #include <map>
-#include <random>
-#include <string>
+
+#include "tests/support/test.h"
 
 namespace {
 
@@ -47,8 +45,7 @@ TEST(Vars, SubstituteAgreesWithAModel) {
     vars.Add(2, nullptr);
     std::mt19937 random(16);
     for (int round = 0; round < 20000; ++round) {
-        std::string text(random() % 10, ' ');
-        for (char& c : text) c = "$$${}ab_2. "[random() % 11];
+        std::string const text = RandomText(random, 9, "$$${}ab_2. ");
         bool const keep = round % 2 != 0;
         ASSERT_EQ(Model(known, text, keep), Substituted(vars, text, keep)) << text;
     }
