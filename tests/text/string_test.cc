@@ -139,6 +139,17 @@ TEST(StringSharing, FollowsTheModelThroughRandomSteps) {
     }
 }
 
+TEST(StringRecords, OfTheOwnSizeComeFromThePoolAgain) {
+    struct Wide : String_t::Srep {
+        Wide() : Srep(nullptr) {}
+        double more[8];
+    };
+    auto* const first = new String_t::Srep(nullptr);
+    delete first;
+    delete new Wide;
+    EXPECT_EQ(first, std::make_unique<String_t::Srep>(nullptr).get());
+}
+
 TEST(StringReading, TakesWords) {
     std::string const length(5000, 'x');  // "old": there is no word, and the target is left alone
     for (auto const& [input, want, rest] : std::vector<std::array<std::string, 3>>{
