@@ -2,8 +2,8 @@
 
 A comment belongs to the declaration below it. Twins share one: declarations that follow without a blank line
 and without a comment of their own, plain functions always, comparisons too, others where the name or all of
-the signature is the same; but no copy constructor. A comment above a blank line introduces the next one. Comments inside of bodies are
-no documentation.
+the signature is the same; but no copy constructor. A comment above a blank line introduces the next one.
+Comments inside of bodies are no documentation.
 """
 import re
 from dataclasses import dataclass, field
