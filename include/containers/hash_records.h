@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+// A text and a number that the caller counts with.
 struct StrCnt {
     String_t str;
     std::int32_t cnt;
@@ -15,6 +16,7 @@ struct StrCnt {
     StrCnt(String_t const& s) : str(s), cnt(0) {}
 };
 
+// A text and the text it stands for.
 struct StrStrMap {
     String_t key;
     String_t value;
@@ -23,6 +25,7 @@ struct StrStrMap {
     StrStrMap(String_t const& k, String_t const& v) : key(k), value(v) {}
 };
 
+// A text in a set of texts.
 struct TabStr {
     String_t str;
 
