@@ -1,7 +1,10 @@
 #include "exchange/messages.h"
 
+#include <arpa/inet.h>
+
+#include <algorithm>
 #include <cctype>
-#include <cstdlib>
+#include <cstdint>
 
 namespace exchange {
 namespace {
@@ -48,49 +51,107 @@ unsigned char ReadByte(ISockStream& in, unsigned char most) {
     return byte;
 }
 
+// Many numbers on their way into or out of a stream, a block at a time: the bytes are those of
+// the operators for int, which take three times as long.
+class NumberWriter {
+public:
+    explicit NumberWriter(OSockStream& out) : out(out) {}
+    void Put(gu_coord_t number) {
+        if (used == kBlock) Flush();
+        numbers[used++] = htonl(static_cast<std::uint32_t>(number));
+    }
+    void Flush() {
+        out.Write(reinterpret_cast<char const*>(numbers), static_cast<int>(4 * used));
+        used = 0;
+    }
+
+private:
+    static constexpr unsigned kBlock = 512;
+
+    OSockStream& out;
+    unsigned used = 0;
+    std::uint32_t numbers[kBlock];
+};
+
+class NumberReader {
+public:
+    // There are `count` numbers.
+    NumberReader(ISockStream& in, unsigned count) : in(in), left(count) {}
+    gu_coord_t Get() {
+        if (next == end) Fill();
+        return static_cast<gu_coord_t>(ntohl(numbers[next++]));
+    }
+    // The next one, which must be a coordinate.
+    gu_coord_t GetCoordinate() {
+        gu_coord_t const number = Get();
+        Require(in, IsCoordinate(number));
+        return number;
+    }
+
+private:
+    static constexpr unsigned kBlock = 512;
+
+    void Fill() {
+        next = 0;
+        end = std::min(left, kBlock);
+        left -= end;
+        in.Read(reinterpret_cast<char*>(numbers), static_cast<int>(4 * end));
+        Require(in, in.GCount() == static_cast<int>(4 * end));
+    }
+
+    ISockStream& in;
+    unsigned left;  // in the stream
+    unsigned next = 0, end = 0;
+    std::uint32_t numbers[kBlock];
+};
+
 void WritePoints(OSockStream& out, layout::Outline const& points) {
     out << static_cast<int>(points.Len());
-    for (gu_point_t const& point : points) out << point.x << point.y;
+    NumberWriter numbers(out);
+    for (gu_point_t const& point : points) {
+        numbers.Put(point.x);
+        numbers.Put(point.y);
+    }
+    numbers.Flush();
 }
 
 void ReadPoints(ISockStream& in, int least, int most, layout::Outline& points) {
-    int const count = ReadCount(in, least, most);
+    auto const count = static_cast<unsigned>(ReadCount(in, least, most));
     points.Reset();
-    points.Extend(static_cast<unsigned>(count));
-    for (int i = 0; i < count; ++i) {
-        gu_point_t point = {};
-        in >> point.x >> point.y;
-        Require(in, IsCoordinate(point.x) && IsCoordinate(point.y));
-        points.Ass(point);
+    points.Extend(count);
+    NumberReader numbers(in, 2 * count);
+    for (unsigned i = 0; i < count; ++i) {
+        gu_coord_t const x = numbers.GetCoordinate();
+        points.Ass({x, numbers.GetCoordinate()});
     }
 }
 
-gu_trapezoid_t ReadRect(ISockStream& in) {
-    gu_rect_t r = {};
-    in >> r.x1 >> r.y1 >> r.x2 >> r.y2;
-    return {r.x1, r.x1, r.x2, r.x2, r.y1, r.y2};
+void WritePieces(OSockStream& out, bool rects, layout::Trapezoids const& pieces) {
+    out << static_cast<unsigned char>(rects ? kRects : kTrapezoids)
+        << static_cast<int>(pieces.Len());
+    NumberWriter numbers(out);
+    for (gu_trapezoid_t const& t : pieces) {
+        gu_coord_t const rect[] = {t.x_bl, t.y_b, t.x_br, t.y_t};
+        gu_coord_t const trapezoid[] = {t.x_bl, t.x_tl, t.x_tr, t.x_br, t.y_b, t.y_t};
+        if (rects)
+            for (gu_coord_t const number : rect) numbers.Put(number);
+        else
+            for (gu_coord_t const number : trapezoid) numbers.Put(number);
+    }
+    numbers.Flush();
 }
 
-gu_trapezoid_t ReadTrapezoid(ISockStream& in) {
-    gu_trapezoid_t t = {};
-    in >> t.x_bl >> t.x_tl >> t.x_tr >> t.x_br >> t.y_b >> t.y_t;
-    return t;
-}
-
-bool IsInRange(gu_trapezoid_t const& t) {
-    return IsCoordinate(t.x_bl) && IsCoordinate(t.x_tl) && IsCoordinate(t.x_tr) &&
-           IsCoordinate(t.x_br) && IsCoordinate(t.y_b) && IsCoordinate(t.y_t);
-}
-
-// Pieces come as long as there are any: a wrong count alone takes no memory.
+// Pieces are kept as they come: a wrong count alone takes no memory.
 void ReadPieces(ISockStream& in, layout::Trapezoids& pieces) {
-    auto const read = ReadByte(in, kTrapezoids) == kRects ? ReadRect : ReadTrapezoid;
-    int const count = ReadCount(in, 0, layout::kMaxPieces);
+    bool const rects = ReadByte(in, kTrapezoids) == kRects;
+    auto const count = static_cast<unsigned>(ReadCount(in, 0, layout::kMaxPieces));
     pieces.Reset();
-    for (int i = 0; i < count; ++i) {
-        gu_trapezoid_t const piece = read(in);
-        Require(in, IsInRange(piece));
-        pieces.App(piece);
+    NumberReader numbers(in, (rects ? 4 : 6) * count);
+    for (unsigned i = 0; i < count; ++i) {
+        gu_coord_t n[6];
+        for (int k = 0; k < (rects ? 4 : 6); ++k) n[k] = numbers.GetCoordinate();
+        pieces.App(rects ? gu_trapezoid_t{n[0], n[0], n[2], n[2], n[1], n[3]}
+                         : gu_trapezoid_t{n[0], n[1], n[2], n[3], n[4], n[5]});
     }
 }
 
@@ -144,14 +205,7 @@ void WriteAnswer(OSockStream& out, layout::Shape const& shape, char const* probl
                                                      : kSomething);
     WritePoints(out, shape.outline);
     bool const rects = shape.measures.angles == layout::Measures::kOrthogonal;
-    out << static_cast<unsigned char>(rects ? kRects : kTrapezoids)
-        << static_cast<int>(shape.pieces.Len());
-    for (gu_trapezoid_t const& t : shape.pieces) {
-        if (rects)
-            out << t.x_bl << t.y_b << t.x_br << t.y_t;
-        else
-            out << t.x_bl << t.x_tl << t.x_tr << t.x_br << t.y_b << t.y_t;
-    }
+    WritePieces(out, rects, shape.pieces);
 }
 
 void ReadAnswer(ISockStream& in, Record const& record, layout::Shape& shape, String_t& problem) {

@@ -34,7 +34,7 @@ struct Measures {
     Angles angles = kOrthogonal;
     double area = 0;       // square database units, overlaps counted as often as they are wound
     double perimeter = 0;  // database units
-    gu_rect_t box;
+    gu_rect_t box = {};
 };
 
 // All of it for a cleaned outline; without area, perimeter and angles if it has fewer than 3

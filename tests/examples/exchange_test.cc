@@ -312,8 +312,8 @@ TEST_F(Exchange, BadClientsHarmNobodyElse) {
         {polygon(-2147483647), protocol},
         {Bytes(1, Byte{1}, 2, short{0}, 0, 32768), protocol},
         {Bytes(1, Byte{2}, 2, short{3}, 0, 2), protocol},
-        {polygon(3) + Bytes(0, kFar), protocol},
-        {polygon(3) + Bytes(-kFar, 0), protocol},
+        {polygon(3) + Bytes(0, kFar, 0, 0, 0, 0), protocol},
+        {polygon(3) + Bytes(0, 0, 0, 0, -kFar, 0), protocol},
         {Bytes(1).substr(3), end},
         {polygon(65535) + Bytes(1, 2, 3), end},
     };
@@ -509,7 +509,8 @@ TEST_F(Exchange, TheDemoLeavesAPicture) {
         text.erase(std::remove(text.begin(), text.end(), '\''), text.end());
         return "'" + text + "' ";
     };
-    std::string const commands = bare(FRACTURE_SERVER_COMMAND) + bare(FRACTURE_CLIENT_COMMAND " -q");
+    std::string const commands =
+        bare(FRACTURE_SERVER_COMMAND) + bare(FRACTURE_CLIENT_COMMAND " -q");
     ASSERT_EQ(0, RunProgram(EXCHANGE_DEMO_COMMAND, commands + "p.svg " + Samples())) << err;
     EXPECT_EQ(0u, out.find("A server listens at 127.0.0.1:"));
     EXPECT_EQ(std::string::npos, out.find("\ntotal "));  // -q
