@@ -13,6 +13,7 @@
 #include <iterator>
 #include <random>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -82,15 +83,14 @@ private:
 
 class Exchange : public Program {
 protected:
+    Exchange() : Program(FRACTURE_CLIENT_COMMAND) {}
     void TearDown() override {
         if (output != nullptr) EndServer(SIGTERM);
-        Program::TearDown();
     }
 
     // Starts a process whose output, errors too, is read by Line().
     void Start(std::string const& command) {
-        output =
-            popen(("cd " + folder.string() + " && echo $$ && exec 2>&1 " + command).c_str(), "r");
+        output = popen(("echo $$ && exec 2>&1 " + command).c_str(), "r");
         ASSERT_NE(nullptr, output);
         pid = std::stoi(Line());
     }
@@ -98,7 +98,7 @@ protected:
         Start(FRACTURE_SERVER_COMMAND " " + arguments);
         address = Line();
     }
-    std::string Local() { return "-l " + (folder / "s").string(); }
+    std::string Local() { return "-l " + folder.Path().string() + "/s"; }
     // The next line, waited for; "" at the end.
     std::string Line() {
         char line[1000] = "";
@@ -116,8 +116,11 @@ protected:
         kill(pid, signal_number);
         return Wait();
     }
-    int RunClient(std::string const& arguments) {
-        return RunProgram(FRACTURE_CLIENT_COMMAND, arguments);
+    static std::set<std::string> Names() {
+        std::set<std::string> names;
+        for (auto const& entry : fs::directory_iterator("."))
+            names.insert(entry.path().filename().string());
+        return names;
     }
     // The output of a program without the times and its name.
     std::string Printed() const {
@@ -137,10 +140,10 @@ protected:
         SCOPED_TRACE(arguments);
         int const want = RunProgram(FRACTURE_COMMAND, "-o own.svg " + arguments);
         std::string const printed = Printed();
-        EXPECT_EQ(want, RunClient("-o far.svg " + arguments.substr(0, arguments.find('/')) + "'" +
-                                  address + "' " + arguments.substr(arguments.find('/'))));
+        EXPECT_EQ(want, Run("-o far.svg " + arguments.substr(0, arguments.find('/')) + "'" +
+                            address + "' " + arguments.substr(arguments.find('/'))));
         EXPECT_EQ(printed, std::regex_replace(Printed(), std::regex("far.svg"), "own.svg"));
-        EXPECT_TRUE(Read("own.svg") == Read("far.svg"));
+        EXPECT_TRUE(ReadFile("own.svg") == ReadFile("far.svg"));
     }
     FILE* output = nullptr;
     pid_t pid = 0;
@@ -198,22 +201,22 @@ std::string BigLayout() {
 
 std::string Samples() {
     std::string files;
-    for (auto const& entry : std::filesystem::directory_iterator(EXAMPLE_DATA))
+    for (auto const& entry : fs::directory_iterator(EXAMPLE_DATA))
         files += entry.path().string() + ' ';
     return files;
 }
 
 TEST_F(Exchange, ClientsTellWhatFractureTells) {
-    Write("random.lay", RandomLayout(1));
-    Write("big.lay", BigLayout());
+    WriteFile("random.lay", RandomLayout(1));
+    WriteFile("big.lay", BigLayout());
     for (std::string const& options : {std::string(), Local()}) {
         StartServer(options);
         ExpectSame(Samples());
         ExpectSame("-s 20n " + Samples());
         ExpectSame("-u 5n -s -0.04u " + Samples());
-        ExpectSame(folder.string() + "/random.lay " + folder.string() + "/none.lay");
-        ExpectSame(folder.string() + "/big.lay");
-        EXPECT_EQ(0, RunClient("-x " + address)) << err;
+        ExpectSame(folder.Path().string() + "/random.lay " + folder.Path().string() + "/none.lay");
+        ExpectSame(folder.Path().string() + "/big.lay");
+        EXPECT_EQ(0, Run("-x " + address)) << err;
         EXPECT_EQ(0, Wait());
         EXPECT_EQ("", rest);
     }
@@ -228,8 +231,8 @@ TEST_F(Exchange, OthersSpeakTheProtocol) {
         for (int p = 0; p < 2 * (3 + i % 20); ++p) text += ' ' + std::to_string(random() % 1000);
         text += '\n';
     }
-    Write("a.lay", text);
-    ASSERT_EQ(0, RunClient(address + " a.lay")) << err;
+    WriteFile("a.lay", text);
+    ASSERT_EQ(0, Run(address + " a.lay")) << err;
     std::istringstream row(out.substr(out.find("\ntotal") + 6));
     std::string word, pieces;
     for (int i = 0; i < 6; ++i) row >> (i == 5 ? pieces : word);
@@ -369,7 +372,7 @@ TEST_F(Exchange, EndsWithAllItsChildren) {
             waiting.Send(Square(1).substr(0, 30));
             busy.Send(Zigzag(1500));
             EXPECT_EQ(100u, busy.Receive(100).size());
-            EXPECT_EQ(0, end == 0 ? RunClient("--stop " + address) : 0) << err;
+            EXPECT_EQ(0, end == 0 ? Run("--stop " + address) : 0) << err;
             EXPECT_EQ(0, end == 0 ? Wait() : EndServer(end));
             EXPECT_EQ("", rest);
             EXPECT_EQ("", idle.Receive(1));
@@ -385,7 +388,7 @@ TEST_F(Exchange, ListensWhereItIsTold) {
     EXPECT_EQ(0u, address.find("127.0.0.1:"));
     int const taken = std::stoi(address.substr(10)), last = std::min(taken + 9, 65535);
     std::string const port = std::to_string(taken), range = port + "-" + std::to_string(last);
-    Write("file", "");
+    WriteFile("file", "");
     struct {
         std::string arguments, message;
     } const rows[] = {
@@ -419,14 +422,14 @@ TEST_F(Exchange, ListensWhereItIsTold) {
     if (last > taken) {
         StartServer("-p " + range);
         EXPECT_NE(port, address.substr(10));
-        EXPECT_EQ(0, RunClient("-x " + address)) << err;
+        EXPECT_EQ(0, Run("-x " + address)) << err;
         EXPECT_EQ(0, Wait());
     }
     if (ServerSocketIn(0, "::1").Listen(1) >= 0) {
         StartServer("-H ::1");
         EXPECT_EQ(0u, address.find("::1/"));
-        EXPECT_EQ(0, RunClient(address + " " + Samples())) << err;
-        EXPECT_EQ(0, RunClient("-x [::1]:" + address.substr(4))) << err;
+        EXPECT_EQ(0, Run(address + " " + Samples())) << err;
+        EXPECT_EQ(0, Run("-x [::1]:" + address.substr(4))) << err;
         EXPECT_EQ(0, Wait());
     }
     output = first;
@@ -438,8 +441,8 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
     ServerSocketIn server(0, "127.0.0.1");
     ASSERT_LE(0, server.Listen(1));
     address = server.RefString().Get();
-    Write("a.lay", "polygon m 0 0 10 0 10 10 0 10\n");
-    Write("p.svg", "old");
+    WriteFile("a.lay", "polygon m 0 0 10 0 10 10 0 10\n");
+    WriteFile("p.svg", "old");
     std::string const square = SquareAnswer(0);
     struct {
         std::string answer;
@@ -477,14 +480,14 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
         bool const good = stop && row.answer == Bytes(0);
         EXPECT_EQ(good ? 0 : 1, Wait()) << row.answer;
         EXPECT_EQ(good ? "" : "fracture_client: " + address + ": " + row.message + '\n', rest);
-        EXPECT_EQ("old", Read("p.svg"));
+        EXPECT_EQ("old", ReadFile("p.svg"));
     }
     Start(FRACTURE_CLIENT_COMMAND " -t 1 -o p.svg " + address + " a.lay");
     Raw const client(server.Accept(60));
     EXPECT_EQ(1, Wait());
     EXPECT_EQ("fracture_client: " + address + ": timed out\n", rest);
     server.Close();
-    EXPECT_EQ(1, RunClient("-o p.svg " + address + " a.lay"));
+    EXPECT_EQ(1, Run("-o p.svg " + address + " a.lay"));
     EXPECT_EQ("fracture_client: connect error, " + address + ", Connection refused\n", err);
     struct {
         char const *arguments, *message;
@@ -498,7 +501,7 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
                      {"x a.lay", "connect error, x, "},
                      {"x.invalid:5 a.lay", "connect error, x.invalid:5, "}};
     for (auto const& row : bad) {
-        EXPECT_EQ(1, RunClient(row.arguments)) << row.arguments;
+        EXPECT_EQ(1, Run(row.arguments)) << row.arguments;
         EXPECT_EQ(0u, err.find(std::string("fracture_client: ") + row.message)) << err;
         EXPECT_EQ("", out);
     }
@@ -515,9 +518,9 @@ TEST_F(Exchange, TheDemoLeavesAPicture) {
     EXPECT_EQ(0u, out.find("A server listens at 127.0.0.1:"));
     EXPECT_EQ(std::string::npos, out.find("\ntotal "));  // -q
     EXPECT_NE(std::string::npos, out.find("The server has ended.\nThe picture is p.svg: "));
-    std::string const picture = Read("p.svg");
+    std::string const picture = ReadFile("p.svg");
     ASSERT_EQ(0, RunProgram(FRACTURE_COMMAND, "-o p.svg " + Samples()));
-    EXPECT_TRUE(picture == Read("p.svg"));
+    EXPECT_TRUE(picture == ReadFile("p.svg"));
     EXPECT_EQ(1, RunProgram(EXCHANGE_DEMO_COMMAND, commands + "p.svg none.lay"));
     EXPECT_NE(std::string::npos, err.find("exchange_demo: the client failed\n"));
     EXPECT_EQ(1, RunProgram(EXCHANGE_DEMO_COMMAND, "false true p.svg a.lay"));

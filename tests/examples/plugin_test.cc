@@ -3,11 +3,12 @@
 
 namespace {
 
-using Plugin = Program;
+struct Plugin : Program {
+    Plugin() : Program(PLUGIN_COMMAND) {}
+};
 
 TEST_F(Plugin, MeasuresAlongTheSearchPathOrComplains) {
     std::string const square = " 0 0 10 0 10 10 0 10";
-    std::string const usage = "usage: plugin [-p PATH] LIBRARY X Y X Y X Y...\n1";
     std::string const rows[][2] = {
         {"compactness.so" + square, "compactness 0.785398\n0"},
         {"-p /missing," PLUGIN_FOLDER " compactness.so" + square, "compactness 0.785398\n0"},
@@ -16,15 +17,11 @@ TEST_F(Plugin, MeasuresAlongTheSearchPathOrComplains) {
         {"libm.so.6" + square, "plugin: libm.so.6: is no plug-in of this program\n1"},
         {"x.so 0 0 1 1 2 3px", "plugin: 3px: is no coordinate\n1"},
         {"x.so 0 0 1 1 2147483648 0", "plugin: 2147483648: is no coordinate\n1"},
-        {"compactness.so" + square + " >/dev/full", "plugin: standard output: cannot write\n1"},
-        {"", usage},
-        {"-p", usage},
-        {"-p /", usage},
-        {"x.so 0 0 1 1", usage},
-        {"x.so 0 0 1 1 2 2 3", usage}};
-    for (auto const& [arguments, want] : rows) {
-        int const status = RunProgram(PLUGIN_COMMAND, arguments);
-        EXPECT_EQ(want, out + err + std::to_string(status)) << arguments;
+        {"compactness.so" + square + " >/dev/full", "plugin: standard output: cannot write\n1"}};
+    for (auto const& [arguments, want] : rows) EXPECT_EQ(want, Answer(arguments)) << arguments;
+    for (char const* few : {"", "-p", "-p /", "x.so 0 0 1 1", "x.so 0 0 1 1 2 2 3"}) {
+        EXPECT_EQ("1", Answer(few)) << few;
+        EXPECT_EQ("usage: plugin [-p PATH] LIBRARY X Y X Y X Y...\n", err) << few;
     }
 }
 

@@ -1,4 +1,4 @@
-// Runs example programs as processes in a fresh folder.
+// Runs an example program as a process in a fresh folder.
 #ifndef KORBASE_TESTS_EXAMPLES_PROGRAM_H
 #define KORBASE_TESTS_EXAMPLES_PROGRAM_H
 
@@ -6,47 +6,34 @@
 #include <stdlib.h>
 #include <sys/wait.h>
 
-#include <filesystem>
-#include <fstream>
-#include <set>
-#include <string>
+#include "tests/support/fresh_folder.h"
+
+namespace fs = std::filesystem;
 
 class Program : public testing::Test {
 protected:
-    void SetUp() override {
-        char name[] = "/tmp/example_test.XXXXXX";
-        ASSERT_NE(nullptr, mkdtemp(name));
-        folder = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
+    // `command` starts the program, as a shell reads it.
+    explicit Program(std::string const& command) : command(command) {}
 
-    void Write(char const* name, std::string const& text) {
-        std::ofstream(folder / name, std::ios::binary) << text;
-    }
-    std::string Read(char const* name) {
-        std::ifstream in(folder / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    std::set<std::string> Names() {
-        std::set<std::string> names;
-        for (auto const& entry : std::filesystem::directory_iterator(folder))
-            names.insert(entry.path().filename().string());
-        return names;
-    }
-    // The exit status of `command`, a name in quotes, with `arguments` as a shell reads them; the
-    // outputs in `out` and `err`.
-    int RunProgram(std::string const& command, std::string const& arguments) {
-        int const status = std::system(
-            ("cd " + folder.string() + " && " + command + " >stdout 2>stderr " + arguments)
-                .c_str());
-        out = Read("stdout");
-        err = Read("stderr");
-        std::filesystem::remove(folder / "stdout");
-        std::filesystem::remove(folder / "stderr");
+    // The exit status with `arguments`, as a shell reads them; the outputs in `out` and `err`.
+    int Run(std::string const& arguments) { return RunProgram(command, arguments); }
+    // The same of another program.
+    int RunProgram(std::string const& program, std::string const& arguments) {
+        int const status = std::system((program + " >stdout 2>stderr " + arguments).c_str());
+        out = ReadFile("stdout");
+        err = ReadFile("stderr");
+        fs::remove("stdout");
+        fs::remove("stderr");
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
+    // The same as a text: what it wrote, up to how it is used, and the exit status behind it.
+    std::string Answer(std::string const& arguments) {
+        int const status = Run(arguments);
+        return out + err.substr(0, err.find("usage: ")) + std::to_string(status);
+    }
 
-    std::filesystem::path folder;
+    FreshFolder const folder;
+    std::string const command;
     std::string out, err;
 };
 
