@@ -5,14 +5,13 @@
 using Bio = ProcessTest;
 
 TEST_F(Bio, OpensCreatesReadsAndRewrites) {
-    int const len = static_cast<int>(path.size()) + 1;
-    FILE* file = bio_open((path + "tail").c_str(), len);  // cut to the path
+    FILE* file = bio_open("filetail", 5);  // cut to four characters
     ASSERT_NE(nullptr, file);
     EXPECT_EQ(1, bio_eof(file));
     for (int n : {4, 0, -1}) bio_put(file, "abcdef", n);
     EXPECT_EQ(0, bio_close(file));
 
-    file = bio_open(path.c_str(), 1000);
+    file = bio_open("file", 1000);
     ASSERT_NE(nullptr, file);
     EXPECT_EQ(0, bio_eof(file));
     char data[11] = "..........";
@@ -25,8 +24,8 @@ TEST_F(Bio, OpensCreatesReadsAndRewrites) {
     EXPECT_EQ(0, bio_rewrite(file));
     bio_put(file, "xy", 2);
     EXPECT_EQ(0, bio_close(file));
-    EXPECT_EQ("xy", ReadFile(path));
-    for (int bad : {0, -1}) EXPECT_EQ(nullptr, bio_open(path.c_str(), bad));
+    EXPECT_EQ("xy", ReadFile("file"));
+    for (int bad : {0, -1}) EXPECT_EQ(nullptr, bio_open("file", bad));
 
     FILE *const from = bio_popen("echo abc; exit 3", 0), *const to = bio_popen("grep -q abc", 1);
     EXPECT_EQ(4, bio_get(from, data, 10));

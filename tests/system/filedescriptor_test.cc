@@ -7,8 +7,9 @@
 using Redirection = ProcessTest;
 
 TEST_F(Redirection, PutsFilesInThePlaceOfDescriptors) {
-    int const code = InChild([name = path.c_str()] {
+    int const code = InChild([] {
         auto const table = OpenDescriptors();
+        char const* const name = "file";
         umask(0);
         using Fd = FileDescriptor;
         if (Fd::Redirect(1, name, O_WRONLY) != -1 || errno != ENOENT) return 1;
@@ -22,6 +23,6 @@ TEST_F(Redirection, PutsFilesInThePlaceOfDescriptors) {
         return Fd::Redirect(0, name, O_RDONLY) != -1 || errno != EBADF ? 9 : 0;
     });
     EXPECT_EQ(0, code);
-    EXPECT_EQ(0640u, static_cast<unsigned>(std::filesystem::status(path).permissions()));
-    EXPECT_EQ("onetwo", ReadFile(path));
+    EXPECT_EQ(0640u, static_cast<unsigned>(fs::status("file").permissions()));
+    EXPECT_EQ("onetwo", ReadFile("file"));
 }

@@ -7,13 +7,14 @@ using ProcessEnv = ProcessTest;
 
 TEST_F(ProcessEnv, KeepsTheFirstZone) {
     // c: ClearEnv, m: MinEnv, -: unset TZ, anything else: set TZ to that.
-    std::pair<char const*, char const*> const rows[] = {{"c", "OLD= "},
+    char const *const path = "PATH=/usr/bin:/bin ", *const rows[][2] = {
+                                                        {"c", "OLD= "},
                                                         {"AcBc", "TZ=A "},
                                                         {"cAc", "TZ=A "},
                                                         {"Ac-c", ""},
-                                                        {"m", "PATH=/usr/bin:/bin "},
+                                                        {"m", path},
                                                         {"mAmBm", "PATH=/usr/bin:/bin TZ=A "},
-                                                        {"Am-m", "PATH=/usr/bin:/bin "},
+                                                        {"Am-m", path},
                                                         {"AcBm", "PATH=/usr/bin:/bin TZ=B "}};
     for (auto const& [steps, want] : rows) {
         InChild([steps = steps] {
@@ -21,12 +22,9 @@ TEST_F(ProcessEnv, KeepsTheFirstZone) {
             setenv("OLD", "", 1);
             for (char const* step = steps; *step; ++step) {
                 char const zone[] = {*step, '\0'};
-                switch (*step) {
-                    case 'c': Process::ClearEnv(); break;
-                    case 'm': Process::MinEnv(); break;
-                    case '-': unsetenv("TZ"); break;
-                    default: setenv("TZ", zone, 1);
-                }
+                *step == 'c'   ? Process::ClearEnv()
+                : *step == 'm' ? Process::MinEnv()
+                               : void(*step == '-' ? unsetenv("TZ") : setenv("TZ", zone, 1));
             }
             for (char** entry = environ; *entry; ++entry) std::printf("%s ", *entry);
             return 0;

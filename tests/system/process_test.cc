@@ -8,45 +8,42 @@
 #include "processes.h"
 #include "system/sigblock.h"
 
-using Arg = Process::Arg;
+using P = Process;
 using ProcessStart = ProcessTest;
 using ProcessWait = ProcessTest;
 using ProcessThreads = ProcessTest;
 
-template <class T, class... Values>
-static TVarr<T> Array(Values... values) {
+template <class T>
+static TVarr<T> Array(std::vector<char const*> const& texts) {
     TVarr<T> array(1);
-    (array.App(T(values)), ...);
+    for (char const* text : texts) array.App(const_cast<char*>(text));
     return array;
 }
 
-static char* Text(char const* text) { return const_cast<char*>(text); }
+static int Wait(Process child) { return child.WaitFor(); }
+
+static int Shell(char const* command) { return Wait(P::Execute("sh", "-c", command)); }
 
 TEST_F(ProcessStart, EveryFormPassesItsArguments) {
     TOList<String_t> list;
     for (char const* text : {"x", "y"}) list.Append(text);
-    auto pointers = Array<char*>(Text("printf"), Text("[%s]"), Text("a b"));
-    auto strings = Array<String_t>("printf", "[%s]", "a b");
-    auto cut = Array<String_t>("printf", "[%s]", "a", nullptr, "b");
-    auto paths = Array<String_t>("/usr/bin/env");
-    auto env = Array<String_t>("A=1", "B=2"), none = TVarr<String_t>(1);
+    auto pointers = Array<char*>({"printf", "[%s]", "a b"});
+    auto strings = Array<String_t>({"printf", "[%s]", "a", nullptr, "b"});
+    auto paths = Array<String_t>({"/usr/bin/env"}), env = Array<String_t>({"A=1", "B=2"});
+    TVarr<String_t> none(1);
     char command[] = "printf [%s]  a\t\"b  c\"\t ";  // not const: still a command, not an Arg
-    using P = Process;
     std::pair<std::function<int()>, char const*> const rows[] = {
-        {[&] { return P::Execute(pointers).WaitFor(); }, "[a b]"},
-        {[&] { return P::Execute(strings).WaitFor(); }, "[a b]"},
-        {[&] { return P::Execute(cut).WaitFor(); }, "[a]"},
-        {[&] { return P::Execute(command).WaitFor(); }, "[a][\"b][c\"]"},
-        {[&] { return P::Execute(Arg("pwd")).WaitFor(); }, "/\n"},
-        {[&] { return P::Execute("ls", "/proc/self/fd").WaitFor(); }, "0\n1\n2\n3\n"},  // 3: folder
+        {[&] { return Wait(P::Execute(pointers)); }, "[a b]"},
+        {[&] { return Wait(P::Execute(strings)); }, "[a]"},
+        {[&] { return Wait(P::Execute(command)); }, "[a][\"b][c\"]"},
+        {[&] { return Wait(P::Execute(P::Arg("pwd"))); }, "/\n"},
+        {[&] { return Wait(P::Execute("ls", "/proc/self/fd")); }, "0\n1\n2\n3\n"},  // 3: folder
         {[&] {
-             return P::Execute("printf", "%s %s ", "a", 'b', {255, 0}, {255, 2}, {1.5, 3, 2}, list,
-                               String_t("s"), Arg())
-                 .WaitFor();
+             return Wait(P::Execute("printf", "%s %s ", 'b', {255, 2}, {1.5, 3, 2}, list));
          },
-         "a b 377 ff 1.50 x, y s  "},
+         "b ff 1.50 x, y "},
         {[&] { return P::Exec(pointers); }, "[a b]"},
-        {[&] { return P::Exec(strings); }, "[a b]"},
+        {[&] { return P::Exec(strings); }, "[a]"},
         {[&] { return P::Exec("printf [%s] a b"); }, "[a][b]"},
         {[&] { return P::Exec("echo", "1", "2", "3", "4", "5", "6", "7", "8", "9"); },
          "1 2 3 4 5 6 7 8 9\n"},
@@ -54,84 +51,69 @@ TEST_F(ProcessStart, EveryFormPassesItsArguments) {
         {[&] { return P::Exec("/usr/bin/env", none); }, ""}};
     int const not_for_programs = dup(0);
     for (auto const& [run, want] : rows) {
-        SCOPED_TRACE(want);
-        EXPECT_EQ(0, InChild([&run = run] { return chdir("/") || run(); }));
+        EXPECT_EQ(0, InChild([&run = run] { return chdir("/") || run(); })) << want;
         EXPECT_EQ(want, out);
     }
     close(not_for_programs);
 }
 
 TEST_F(ProcessStart, FailuresLeaveTheArrayWithItsEnd) {
-    auto argv = Array<char*>(Text("/none"), Text("x"));
-    auto null = Array<String_t>(nullptr, "x"), env = Array<String_t>("A=1");
-    EXPECT_EQ(EFAULT, Process::Execute(null).WaitFor());
+    auto argv = Array<char*>({"/none", "x"});
+    auto null = Array<String_t>({nullptr, "x"}), env = Array<String_t>({"A=1"});
+    auto const error = [](int result) { return result == -1 ? errno : 0; };
+    EXPECT_EQ(EFAULT, Wait(P::Execute(null)));
     // The child shares our memory: nothing of that shows.
     signal(SIGUSR2, [](int) {});
     errno = 77;
-    Process child = Process::Execute(argv);
+    Process child = P::Execute(argv);
     EXPECT_EQ(77, errno);
     EXPECT_EQ(ENOENT, child.WaitFor());
     sigset_t mask;
     sigprocmask(SIG_BLOCK, nullptr, &mask);
     EXPECT_TRUE(sigisemptyset(&mask));
     EXPECT_NE(SIG_DFL, signal(SIGUSR2, SIG_DFL));
-    ASSERT_EQ(3u, argv.Len());
-    EXPECT_EQ(nullptr, argv[2]);
-
-    auto const error = [](int result) { return result == -1 ? errno : 0; };
-    EXPECT_EQ(ENOENT, error(Process::Exec(argv, env)));
-    EXPECT_EQ(ENOENT, error(Process::Exec("true", env)));  // no search
-    EXPECT_EQ(EACCES, error(Process::Exec("/tmp x")));
-    EXPECT_EQ(EFAULT, error(Process::Exec(null)));
-    EXPECT_EQ(4u, argv.Len());
-    EXPECT_EQ(1u, env.Len());
+    EXPECT_TRUE(argv.Len() == 3 && !argv[2]);
+    EXPECT_EQ(ENOENT, error(P::Exec(argv, env)));
+    EXPECT_EQ(ENOENT, error(P::Exec("false", env)));  // no search
+    EXPECT_EQ(EACCES, error(P::Exec("/tmp x")));
+    EXPECT_EQ(EFAULT, error(P::Exec(null)));
+    EXPECT_TRUE(argv.Len() == 4 && env.Len() == 1);
 }
 
 #ifndef __arm__  // the emulator keeps masks to itself
 TEST_F(ProcessStart, TheProgramInheritsMaskAndIgnoredSignalsNotHandlers) {
-    int const code = InChild([&] {
-        signal(SIGUSR1, [](int) {});
-        signal(SIGUSR2, SIG_IGN);
-        SigBlock const blocked(SIGHUP);
-        char const* const kill_itself = "kill -HUP $$; kill -USR2 $$; kill -USR1 $$";
-        return -Process::Execute("sh", "-c", kill_itself).WaitFor();
-    });
-    EXPECT_EQ(SIGUSR1, code);
+    EXPECT_EQ(SIGUSR1, InChild([] {
+                  signal(SIGUSR1, [](int) {});
+                  signal(SIGUSR2, SIG_IGN);
+                  SigBlock const blocked(SIGHUP);
+                  return -Shell("kill -HUP $$; kill -USR2 $$; kill -USR1 $$");
+              }));
 }
 #endif
 
 TEST_F(ProcessWait, ReturnsHowTheChildEnded) {
-    std::ofstream(path) << "exit 6";  // without an interpreter line: for the shell
-    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    WriteFile("script", "exit 6");  // without an interpreter line: for the shell
+    fs::permissions("script", fs::perms::owner_all);
+    for (auto const& [command, want] :
+         {std::pair("./script", 6), {"no-such-program", ENOENT}, {"/tmp", EACCES}})
+        EXPECT_EQ(want, Wait(P::Execute(command))) << command;
     struct {
-        Arg command;
+        char const* command;
         int want, value;
     } const rows[] = {{"exit 0", 0, 0}, {"exit 255", 255, 255}, {"kill -KILL $$", -9, 0}};
     for (auto const& row : rows) {
-        Process child = Process::Execute("sh", "-c", row.command);
+        Process child = P::Execute("sh", "-c", row.command);
         EXPECT_EQ(-1, child.Status());
         for (int want : {row.want, -1}) {
-            EXPECT_EQ(want, child.WaitFor()) << row.command.Str();
-            EXPECT_EQ(row.value, child.ExitValue()) << row.command.Str();
-            EXPECT_EQ(-1, child.Pid());
+            EXPECT_EQ(want, child.WaitFor()) << row.command;
+            EXPECT_TRUE(child.ExitValue() == row.value && child.Pid() == -1) << row.command;
         }
     }
-    for (auto const& [command, want] :
-         {std::pair{path.c_str(), 6}, {"no-such-program", ENOENT}, {"/tmp", EACCES}})
-        EXPECT_EQ(want, Process::Execute(command).WaitFor()) << command;
-    Process child = Process::Fork();
-    if (child.Pid() == 0) _exit(child.Status() == -1 && Process::Self().Pid() != getppid() ? 7 : 1);
-    EXPECT_EQ(-1, child.Status());
-    EXPECT_EQ(7, child.WaitFor());
-}
-
-TEST_F(ProcessWait, FailuresKeepTheHandle) {
-    Process none, init(1);
-    EXPECT_EQ(-1, none.WaitFor());
-    EXPECT_EQ(-1, none.Kill(SIGKILL));
-    EXPECT_EQ(-1, init.WaitFor());  // not ours
-    EXPECT_EQ(1, init.Pid());
-    EXPECT_EQ(0, init.Status());
+    Process child = P::Fork(), none, init(1);
+    if (child.Pid() == 0) _exit(child.Status() == -1 && P::Self().Pid() != getppid() ? 7 : 1);
+    EXPECT_TRUE(child.Status() == -1 && child.WaitFor() == 7);
+    EXPECT_TRUE(none.WaitFor() == -1 && none.Kill(SIGKILL) == -1);
+    EXPECT_TRUE(init.WaitFor() == -1 && init.Pid() == 1 && init.Status() == 0) << "not ours";
 }
 
 TEST_F(ProcessWait, IsInterruptedByOtherSignalsOnly) {
@@ -139,10 +121,9 @@ TEST_F(ProcessWait, IsInterruptedByOtherSignalsOnly) {
                   struct sigaction action = {};
                   action.sa_handler = [](int) {};  // and no SA_RESTART
                   for (int sig : {SIGTERM, SIGINT, SIGALRM}) sigaction(sig, &action, nullptr);
-                  char const* const once = "sleep 0.1; kill -TERM $PPID; kill -INT $PPID; exit 3";
-                  if (Process::Execute("sh", "-c", once).WaitFor() != 3) return 1;
+                  if (Shell("sleep 0.1; kill -TERM $PPID; kill -INT $PPID; exit 3") != 3) return 1;
                   char const* const often = "while kill -ALRM $PPID; do sleep 0.02; done";
-                  Process child = Process::Execute("sh", "-c", often);
+                  Process child = P::Execute("sh", "-c", often);
                   if (child.WaitFor() != -1 || errno != EINTR) return 2;
                   signal(SIGALRM, SIG_IGN);
                   return child.Kill(SIGKILL) != 0 || child.WaitFor() != -SIGKILL ? 3 : 0;
@@ -155,9 +136,8 @@ TEST_F(ProcessThreads, StartProgramsAtOnce) {
     for (int t = 0; t < 3; ++t)
         threads.emplace_back([&, t] {
             for (int code = 10 * t; code < 10 * t + 10; ++code) {
-                String_t const text = String_t("exit ") + std::to_string(code).c_str();
-                if (Process::Execute("sh", "-c", text).WaitFor() != code) ++wrong;
-                if (Process::Execute("/none x y").WaitFor() != ENOENT) ++wrong;
+                if (Shell(("exit " + std::to_string(code)).c_str()) != code) ++wrong;
+                if (Wait(P::Execute("/none x y")) != ENOENT) ++wrong;
                 if (close(open("/dev/null", O_RDONLY)) != 0) ++wrong;
             }
         });
@@ -168,7 +148,7 @@ TEST_F(ProcessThreads, StartProgramsAtOnce) {
 TEST(ProcessDeathTest, ArgumentsAreNeeded) {
     char const* const message = R"(generic/tvarr:[0-9]+:.*i < \(arrp-arr\))";
     TVarr<char*> none;
-    EXPECT_DEATH(Process::Execute(none), message);
-    EXPECT_DEATH(Process::Execute(" \t"), message);
-    EXPECT_DEATH(Process::Exec(static_cast<char const*>(nullptr)), message);
+    EXPECT_DEATH(P::Execute(none), message);
+    EXPECT_DEATH(P::Execute(" \t"), message);
+    EXPECT_DEATH(P::Exec(static_cast<char const*>(nullptr)), message);
 }

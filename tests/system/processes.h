@@ -9,31 +9,26 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <fstream>
 #include <set>
 #include <string>
 
-inline std::string ReadFile(std::string const& path) {
-    std::ifstream in(path);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
+#include "tests/support/fresh_folder.h"
+
+namespace fs = std::filesystem;
 
 inline bool IsOpen(int fd) { return fcntl(fd, F_GETFD) != -1; }
 
 inline std::set<std::string> OpenDescriptors() {
     std::set<std::string> open;
-    for (auto const& entry : std::filesystem::directory_iterator("/proc/self/fd"))
+    for (auto const& entry : fs::directory_iterator("/proc/self/fd"))
         open.insert(entry.path().filename().string());
     return open;
 }
 
-// Tests that leave no descriptor open and no child behind, and get a folder of their own.
+// Tests that leave no descriptor open and no child behind, in a folder of their own.
 class ProcessTest : public testing::Test {
 protected:
-    ProcessTest() { std::filesystem::create_directory(folder); }
     ~ProcessTest() override {
-        std::filesystem::remove_all(folder);
         EXPECT_EQ(before, OpenDescriptors());
         EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG));
     }
@@ -42,10 +37,9 @@ protected:
     // output and standard error goes to `out`. Returns the code, or minus the signal.
     template <class Body>
     int InChild(Body const& body) {
-        std::string const path = folder + "/out";
         pid_t const pid = fork();
         if (pid == 0) {
-            if (!std::freopen(path.c_str(), "w", stdout)) _exit(99);
+            if (!std::freopen("out", "w", stdout)) _exit(99);
             dup2(1, 2);
             int const code = body();
             std::fflush(stdout);
@@ -53,12 +47,11 @@ protected:
         }
         int status;
         if (waitpid(pid, &status, 0) != pid) return -999;
-        out = ReadFile(path);
+        out = ReadFile("out");
         return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     }
 
-    std::string const folder = "/tmp/system_test." + std::to_string(getpid());
-    std::string const path = folder + "/file";
+    FreshFolder const folder;
     std::string out;
 
 private:

@@ -4,15 +4,7 @@
 
 #include "processes.h"
 
-namespace {
-
-class PipeStream : public ProcessTest {
-protected:
-    std::string Script(std::string const& text) {
-        std::ofstream(folder + "/script") << "cd " << folder << ';' << text;
-        return "sh " + folder + "/script ";
-    }
-};
+using PipeStream = ProcessTest;
 
 // A stream that also tells what its command ended with.
 template <class Stream>
@@ -25,75 +17,66 @@ struct Telling : Stream {
     }
 };
 
-}  // namespace
-
 TEST_F(PipeStream, ReadsTheOutputAndReportsTheEnd) {
     int const not_for_commands = dup(0);
+    WriteFile("script", "echo some; kill -9 $$");
     struct {
-        std::string command, want;
+        char const *command, *want;
         int code;
     } const rows[] = {{"echo  'a\tb' ", "'a b'\n", 0},
                       {"ls /proc/self/fd", "0\n1\n2\n3\n", 0},  // 3 is the folder
                       {"no-such-program", "", 256 - ENOENT},
                       {"/tmp", "", 256 - EACCES},
-                      {Script("echo some; kill -9 $$"), "some\n", -9},
+                      {"sh script", "some\n", -9},
                       {" \t", "", -SIGABRT}};
     for (auto const& row : rows) {
         SCOPED_TRACE(row.command);
         std::ostringstream text;
-        ipstream in(row.command.c_str());
+        Telling<ipstream> in(row.command), told(row.command);
         EXPECT_TRUE(in.good());
         text << in.rdbuf();
         EXPECT_EQ(row.want, text.str());
         in.close();
         EXPECT_EQ(row.code != 0, in.fail());
-        Telling<ipstream> telling(row.command.c_str());
-        text << telling.rdbuf();
-        EXPECT_EQ(row.code, telling.Finish());
+        text << told.rdbuf();
+        EXPECT_EQ(row.code, told.Finish());
     }
     close(not_for_commands);
 }
 
 TEST_F(PipeStream, WritesTheInputAndWaits) {
     std::string const big(300000, 'x');
-    std::string const script = Script("cat >early; sleep 0.1; mv early late; exit $1");
-    for (char const* code : {"0", "5"}) {
-        opstream to((script + code).c_str()), other("cat");  // does not hold the pipe of the first
+    WriteFile("script", "cat >early; sleep 0.1; mv early late; exit $1");
+    for (std::string const code : {"0", "5"}) {
+        opstream to(("sh script " + code).c_str()), other("cat");  // does not hold the first's pipe
         to << big << code;
         EXPECT_TRUE(to.good());
         to.close();
-        EXPECT_EQ(*code != '0', to.fail());
-        EXPECT_EQ(big + code, ReadFile(folder + "/late"));
+        EXPECT_EQ(code != "0", to.fail());
+        EXPECT_EQ(big + code, ReadFile("late"));
     }
-    opstream((script + "0").c_str()) << "short";  // the destructor waits, too
-    EXPECT_EQ("short", ReadFile(folder + "/late"));
+    opstream("sh script 0") << "short";  // the destructor waits, too
+    EXPECT_EQ("short", ReadFile("late"));
     EXPECT_EQ(256 - EBADF, InChild([] {
                   close(0);  // the read end becomes 0, and is closed as such
                   return Telling<opstream>("cat").Finish();
               }));
 }
 
-TEST_F(PipeStream, ClosedAndReopenedStreamsFail) {
-    opstream twice("cat");
+TEST_F(PipeStream, FailsWhenClosedOrOpenedTwice) {
+    opstream twice("cat"), thrower("false");
     twice.open("cat");
     EXPECT_TRUE(twice.fail());
     twice.close();
-    EXPECT_GT(waitpid(-1, nullptr, 0), 0);  // the first command has been forgotten
-}
+    EXPECT_GT(waitpid(-1, nullptr, 0), 0);       // the first command has been forgotten
+    thrower.exceptions(std::ios_base::failbit);  // not from the destructor
+    for (int i = 0; i < 2; ++i) EXPECT_THROW(thrower.close(), std::ios_base::failure);
 
-TEST_F(PipeStream, ThrowsWhatIsAskedForButNotFromTheDestructor) {
-    opstream to("false");
-    to.exceptions(std::ios_base::failbit);
-    EXPECT_THROW(to.close(), std::ios_base::failure);
-    EXPECT_THROW(to.close(), std::ios_base::failure);
-}
-
-TEST_F(PipeStream, ClosesTheNumberOfItsReadEndTwice) {
     ipstream in("true");
     int const number = in.rdbuf()->fd();
     EXPECT_EQ(FD_CLOEXEC, fcntl(number, F_GETFD));  // not for programs of other threads
     in.basic_ifdstream::close();
     ASSERT_EQ(number, dup2(0, number));
     in.close();
-    EXPECT_FALSE(IsOpen(number));
+    EXPECT_FALSE(IsOpen(number)) << "the number is closed twice";
 }
