@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cstring>
+#include <tuple>
 
 #include "tests/system/time_zone.h"
 
@@ -23,35 +24,32 @@ TEST(DateStr, WritesTheFixedForms) {
         struct tm fields = {r.second, 3, 14, r.day, r.month, r.year, 0, 0, 0, 0, nullptr};
         EXPECT_EQ(std::strlen(r.date), static_cast<unsigned>(CreateDateStr(date, &fields)));
         EXPECT_EQ(std::strlen(r.time), static_cast<unsigned>(CreateTimeStr(time, &fields)));
-        EXPECT_TRUE(!strcmp(r.date, date) && !strcmp(r.time, time)) << date << ' ' << time;
+        EXPECT_EQ(r.date + std::string(r.time), date + std::string(time));
     }
 }
 
 TEST(DateStr, WritesNowInLocalTimeWithoutTerminators) {
-    struct {
-        char const* rules;  // each call has to notice the change
-        void (*write)(char*);
-        char const* format;
-    } const rows[] = {
+    // Each call has to notice that the zone has changed; only getctime ends its text.
+    std::tuple<char const*, void (*)(char*), char const*> const rows[] = {
         {"UTC0", getdatestr, "%d-%^b-%y"},
         {"<+14>-14", getdatestr_, "%d-%^b-%y"},
         {"<-11:30>11:30", gettimestr, "%T"},
         {"<+13>-13", gettimestr_, "%T"},
         {"<-12>12", [](char* dst) { EXPECT_EQ(dst, getctime(dst)); }, "%a %b %e %T %Y\n"}};
-    for (auto const& row : rows) {
-        TimeZone const scope(row.rules);
+    for (auto const& [rules, write, format] : rows) {
+        TimeZone const scope(rules);
         char out[40] = {}, text[40];
         time_t now = 0;
         do {  // until it happens in one second
             now = time(nullptr);
             std::memset(out, '#', sizeof out - 1);
-            row.write(out);
+            write(out);
         } while (time(nullptr) != now);
         struct tm fields = {};
         tzset();
-        std::string want(text, strftime(text, 40, row.format, localtime_r(&now, &fields)));
-        if (want.back() != '\n') want.resize(sizeof out - 1, '#');  // only getctime ends its text
-        EXPECT_EQ(want, out) << row.rules;
+        std::string want(text, strftime(text, 40, format, localtime_r(&now, &fields)));
+        if (want.back() != '\n') want.resize(sizeof out - 1, '#');
+        EXPECT_EQ(want, out) << rules;
     }
 }
 

@@ -64,11 +64,12 @@ TEST_F(PipeStream, WritesTheInputAndWaits) {
 }
 
 TEST_F(PipeStream, FailsWhenClosedOrOpenedTwice) {
-    opstream twice("cat"), thrower("false");
+    opstream twice("cat");
     twice.open("cat");
     EXPECT_TRUE(twice.fail());
     twice.close();
-    EXPECT_GT(waitpid(-1, nullptr, 0), 0);       // the first command has been forgotten
+    EXPECT_GT(waitpid(-1, nullptr, 0), 0);  // the first command has been forgotten
+    opstream thrower("false");
     thrower.exceptions(std::ios_base::failbit);  // not from the destructor
     for (int i = 0; i < 2; ++i) EXPECT_THROW(thrower.close(), std::ios_base::failure);
 

@@ -15,13 +15,12 @@ namespace {
 // The state stands behind the alphabet and its length; the model counts in integers.
 TEST(RandName, FollowsTheRecurrence) {
     char const alphabet[] = "abcdefghijklm";
-    auto const place = sizeof(char*) + 4;
     ASSERT_EQ(8 + sizeof(char*), sizeof(RandName));
     RandName names(alphabet);
-    auto* const bytes = reinterpret_cast<unsigned char*>(&names);
+    auto* const place = reinterpret_cast<unsigned char*>(&names) + sizeof(char*) + 4;
     // -2^31 and 2^31 - 1 follow the first two: the ends, where an index could overrun.
     for (std::uint32_t state : {0x7C77A683U, 0x8DBDBB1EU, 0U, 20261121U}) {
-        std::memcpy(bytes + place, &state, sizeof state);
+        std::memcpy(place, &state, sizeof state);
         for (int i = 0; i < 1000; ++i) {
             state = state * 1103515245U + 12345U;
             std::uint64_t const part = std::min(state, 0U - state);

@@ -3,38 +3,32 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <string>
-
-#include "system/tempfile.h"
+#include "tests/support/fresh_folder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-// A fresh folder with copies of the probe library in folders of their own.
+// Copies of the probe library in folders of their own.
 class Shl : public testing::Test {
 protected:
     Shl() {
         for (char const* copy : {"b/probe.so", "c/probe.so", "c/libm.so.6", "d/other.so"}) {
-            fs::create_directory(fs::path(Path(copy)).parent_path());
-            fs::copy_file(SHL_PROBE, Path(copy));
+            std::filesystem::create_directory(std::string(copy, 1));
+            std::filesystem::copy_file(SHL_PROBE, copy);
         }
     }
-    std::string Path(char const* name) const { return std::string(root.Path()) + '/' + name; }
     // Has the library count in `ended` when it goes.
     void CountEnd(ShlHandle const& shl) { *static_cast<int**>(shl.FindSym("on_unload")) = &ended; }
 
-    TempDir root;
+    FreshFolder const folder;
     int ended = 0;
 };
 
 TEST_F(Shl, SearchesTheFoldersInOrder) {
-    std::string const path = Path("a") + ":," + Path("b") + "," + Path("c") + ":" + Path("d");
-    std::string const rows[][3] = {{"probe.so", path, Path("b/probe.so")},
-                                   {"other.so", path, Path("d/other.so")},
-                                   {Path("c/probe.so"), path, Path("c/probe.so")},
-                                   {Path("b/probe.so").substr(1), "/", Path("b/probe.so")},
+    std::string const path = "./a:,./b,./c:./d", root = folder.Path();
+    std::string const rows[][3] = {{"probe.so", path, "./b/probe.so"},
+                                   {"other.so", path, "./d/other.so"},
+                                   {"./c/probe.so", path, "./c/probe.so"},
+                                   {root.substr(1) + "/b/probe.so", "/", root + "/b/probe.so"},
                                    {"missing.so", path, ""},
                                    {"probe.so", ":,", ""}};
     for (auto const& [name, folders, found] : rows) {
@@ -45,7 +39,7 @@ TEST_F(Shl, SearchesTheFoldersInOrder) {
         EXPECT_EQ(found, symbol && dladdr(symbol, &info) ? info.dli_fname : "") << name;
     }
     EXPECT_EQ(-22, ShlHandle().Load("probe.so", nullptr));
-    ShlHandle const system("libm.so.6", Path("c").c_str());  // the loader finds its own first
+    ShlHandle const system("libm.so.6", "./c");  // the loader finds its own first
     EXPECT_TRUE(system.FindSym("cos") && !system.FindSym("on_unload"));
     EXPECT_EQ(nullptr, ShlHandle().FindSym("cos"));
 }
@@ -53,27 +47,26 @@ TEST_F(Shl, SearchesTheFoldersInOrder) {
 TEST_F(Shl, HasOneOwnerAndLoadForgetsWhatWasLoaded) {
     ShlHandle outer;
     {
-        ShlHandle first(Path("b/probe.so").c_str(), nullptr), second(first);
+        ShlHandle first("./b/probe.so", nullptr), second(first);
         CountEnd(second);
         outer = second;
         outer = static_cast<ShlHandle&>(outer);
         EXPECT_TRUE(!first.IsLoaded() && !second.IsLoaded());
     }
     EXPECT_TRUE(outer.IsLoaded() && ended == 0);
-    CountEnd(outer = ShlHandle(Path("c/probe.so").c_str(), nullptr));
+    CountEnd(outer = ShlHandle("./c/probe.so", nullptr));
     EXPECT_EQ(1, ended);  // by the assignment
-    outer.Unload();
-    outer.Unload();
+    for (int i = 0; i < 2; ++i) outer.Unload();
     EXPECT_TRUE(!outer.IsLoaded() && ended == 2);
-    CountEnd(outer = ShlHandle(Path("d/other.so").c_str(), nullptr));
+    CountEnd(outer = ShlHandle("./d/other.so", nullptr));
     EXPECT_TRUE(ShlHandle(std::move(outer)).IsLoaded());
     EXPECT_EQ(3, ended);  // by the destructor
 
-    shl_t again = shl_load(Path("b/probe.so").c_str(), -1);
+    shl_t again = shl_load("./b/probe.so", -1);
     void* missing = &again;
     EXPECT_TRUE(shl_findsym(&again, "missing", 7, &missing) == 0 && !missing);
-    CountEnd(outer = ShlHandle(Path("b/probe.so").c_str(), nullptr));
-    EXPECT_EQ(-22, outer.Load("missing.so", root.Path()));
+    CountEnd(outer = ShlHandle("./b/probe.so", nullptr));
+    EXPECT_EQ(-22, outer.Load("missing.so", "."));
     EXPECT_FALSE(outer.IsLoaded());
     EXPECT_TRUE(shl_unload(again) == 0 && ended == 3);  // the forgotten one still counts
     EXPECT_TRUE(shl_unload(again) == 0 && ended == 4);

@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <fstream>
 #include <utility>
 
 #include "system/regexp.h"
@@ -20,8 +19,6 @@ bool Looks(String_t const& name, char const* pattern) {
     return Regexp(("^" + String_t(pattern) + "$"), REG_EXTENDED).Match(name) == 0;
 }
 
-void Write(fs::path const& file) { std::ofstream(file) << "x"; }
-
 TEST(TmpFile, IsANameThatIsUnlinkedAtTheEnd) {
     fs::path name;
     {
@@ -31,7 +28,7 @@ TEST(TmpFile, IsANameThatIsUnlinkedAtTheEnd) {
         EXPECT_TRUE(Looks(plain.Name(), "/tmp/kor[A-Za-z0-9]{6}")) << plain.Name();
         name = file.Name().Get();
         EXPECT_FALSE(fs::exists(name));
-        Write(name);
+        WriteFile(name, "x");
         TmpFile const moved(std::move(file));
     }
     EXPECT_FALSE(fs::exists(name));
@@ -42,23 +39,20 @@ TEST(TempFile, IsOpenForThisUserAndGoesWithTheObject) {
     int fd = -1;
     {
         Pathname const dir(folder.Path().c_str());
-        TempFile file(dir, "a.", ".b"), unlinked(dir, nullptr, nullptr), target(dir, "t", "");
+        TempFile file(dir, "a.", ".b"), source(dir, nullptr, nullptr), target(dir, "t", "");
         EXPECT_EQ(folder.Path(), file.Path().Dir().Get());
         EXPECT_TRUE(Looks(file.Path().Leaf(), "a\\.[A-Za-z0-9]{12}\\.b")) << file.Path();
         EXPECT_EQ(0600u, unsigned(fs::status(file.Path().Get()).permissions()));
-        EXPECT_TRUE(unlinked.Unlink() == 0 && unlinked.Path() == "" && unlinked.Unlink() == 0);
-        char c = 0;
-        fd = unlinked.Fd();
-        EXPECT_TRUE(write(fd, "x", 1) == 1 && pread(fd, &c, 1, 0) == 1 && c == 'x');
+        fd = source.Fd();
         {
-            TempFile source(dir, "m", "");
-            fd = source.Fd();
             TempFile moved(std::move(source));
             target = std::move(moved);
         }
-        EXPECT_TRUE(target.Fd() == fd && fcntl(fd, F_GETFD) != -1);
-        EXPECT_TRUE(fs::remove(target.Path().Get()));
-        EXPECT_TRUE(target.Unlink() == -1 && !target.Path().IsEmpty());
+        EXPECT_TRUE(target.Unlink() == 0 && target.Path() == "" && target.Unlink() == 0);
+        char c = 0;
+        EXPECT_TRUE(target.Fd() == fd && write(fd, "x", 1) == 1 && pread(fd, &c, 1, 0) == 1);
+        EXPECT_TRUE(fs::remove(file.Path().Get()));
+        EXPECT_TRUE(file.Unlink() == -1 && !file.Path().IsEmpty());
     }
     EXPECT_TRUE(fs::is_empty(folder.Path()) && fcntl(fd, F_GETFD) == -1);
 
@@ -72,7 +66,7 @@ TEST(TempDir, GoesWithWhatIsInItAndFollowsLinks) {
     FreshFolder const folder;
     fs::path plain, linked;
     fs::create_directories("other/deep");
-    for (char const* file : {"kept", "other/deep/file"}) Write(file);
+    for (char const* file : {"kept", "other/deep/file"}) WriteFile(file, "x");
     int const next = dup(0);
     close(next);
     {
@@ -80,19 +74,21 @@ TEST(TempDir, GoesWithWhatIsInItAndFollowsLinks) {
         EXPECT_TRUE(Looks(dir.Path(), "/tmp/kd[A-Za-z0-9]{12}\\.d")) << dir.Path();
         plain = dir.Path().Get();
         EXPECT_EQ(0700u, unsigned(fs::status(plain).permissions()));
-        fs::create_directories(plain / "a/b/.c");
-        for (char const* name : {"f", ".g", "a/b/.c/i"}) Write(plain / name);
+        fs::create_directories(plain / "a/.c");
+        for (char const* name : {".g", "a/.c/i"}) WriteFile(plain / name, "x");
         fs::create_symlink(folder.Path() / "kept", plain / "a/link");
         TempDir const moved(std::move(dir));
 
         linked = second.Path().Get();
-        fs::create_directories(linked / "gone/x");
-        fs::create_directories(linked / "real");
-        for (char const* name : {"a", "b", "c", "d", "e"})
-            fs::create_symlink("gone", linked / name);
-        fs::create_symlink("..", linked / "real/up");
+        for (char const* name : {"gone/x", "real"}) fs::create_directories(linked / name);
+        for (auto const& [to, name] : {std::pair("gone", "a"),
+                                       {"gone", "b"},
+                                       {"gone", "c"},
+                                       {"gone", "d"},
+                                       {"..", "real/up"},
+                                       {"nowhere", "dangling"}})
+            fs::create_symlink(to, linked / name);
         fs::create_symlink(folder.Path() / "other", linked / "out");
-        fs::create_symlink("nowhere", linked / "dangling");
     }
     EXPECT_TRUE(!fs::exists(plain) && fs::exists("kept") && fs::is_empty("other"));
     EXPECT_FALSE(fs::exists(linked / "gone")) << "whether a link to it came first or not";
