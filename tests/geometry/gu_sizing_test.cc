@@ -18,21 +18,20 @@ int Size(Sizing sizing, Points& points, int distance) {
 }
 
 TEST(GuSizing, MovesTheCornersOfAxisParallelOutlines) {
-    // Distance: before > after, in both directions. The last one has all kinds of corners.
+    // Distance: before > after, in both directions. Repeated points go; the last one has all kinds
+    // of corners.
     for (std::string const row :
-         {"1: 0 0, 10 0, 10 10, 0 10 > -1 -1, 11 -1, 11 11, -1 11",
-          "-1: 0 0, 10 0, 10 10, 0 10 > 1 1, 9 1, 9 9, 1 9",
-          "1: 0 0, 10 0, 10 0, 10 10, 0 10 > -1 -1, 11 -1, 11 11, -1 11",  // repeated points go
-          "1: 0 0, 0 0, 10 0, 10 10, 0 10 > -1 -1, 11 -1, 11 11, -1 11",
+         {"-1: 0 0, 10 0, 10 10, 0 10 > 1 1, 9 1, 9 9, 1 9",
+          "1: 0 0, 0 0, 10 0, 10 0, 10 10, 0 10 > -1 -1, 11 -1, 11 11, -1 11",
           "2: 0 10, 10 10, 10 0, 20 0, 20 10, 30 10, 30 20, 20 20, 20 30, 10 30, 10 20, 0 20 > -2 "
           "8, 8 8, 8 -2, 22 -2, 22 8, 32 8, 32 22, 22 22, 22 32, 8 32, 8 22, -2 22"}) {
         auto const arrow = row.find('>');
         for (Sizing const sizing : {gu_size_polygon, gu_size_ortho_polygoni})
             for (bool const clockwise : {false, true}) {
-                Points points = PointsOf(row.substr(0, arrow), 1),
-                       want = PointsOf(row.substr(arrow));
-                if (clockwise) std::reverse(points.begin(), points.end());
-                if (clockwise) std::reverse(want.begin(), want.end());
+                Points points = PointsOf(row.substr(0, arrow), 1);
+                Points want = PointsOf(row.substr(arrow));
+                for (Points* const p : {&points, &want})
+                    if (clockwise) std::reverse(p->begin(), p->end());
                 Size(sizing, points, NumbersOf(row)[0]);
                 EXPECT_EQ(want, points) << row;
             }
@@ -53,25 +52,22 @@ TEST(GuSizing, PutsEachCornerAtTheDistanceFromBothOfItsEdges) {
     std::mt19937 random(12);
     for (int round = 0; round < 300; ++round) {
         std::size_t const n = 3 + random() % 40;
+        int const turn = round % 2 ? 1 : -1, distance = RandomCoord(random, 3000);
         Points before;  // a star
         for (unsigned i = 0; i < n; ++i) {
-            double const angle = 6.283185307179586 * i / static_cast<unsigned>(n);
+            double const angle = turn * 6.283185307179586 * i / static_cast<unsigned>(n);
             double const radius = 20000 + static_cast<double>(random() % 80000);
             before.push_back({static_cast<int>(radius * std::cos(angle)),
                               static_cast<int>(radius * std::sin(angle))});
         }
-        bool const clockwise = round % 2 != 0;
-        if (clockwise) std::reverse(before.begin(), before.end());
-        int const distance = RandomCoord(random, 3000), right = clockwise ? -distance : distance;
-
         Points after = before;
         ASSERT_EQ(static_cast<int>(n), Size(gu_size_polygon, after, distance));
-        for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t i = 0; i < n; ++i)
             // A coordinate is off by half a unit at most, a distance by less than one.
-            ASSERT_NEAR(right, RightOf(before[(i + n - 1) % n], before[i], after[i]), 0.75)
-                << round;
-            ASSERT_NEAR(right, RightOf(before[i], before[(i + 1) % n], after[i]), 0.75) << round;
-        }
+            for (std::size_t const edge : {i + n - 1, i})
+                ASSERT_NEAR(turn * distance,
+                            RightOf(before[edge % n], before[(edge + 1) % n], after[i]), 0.75)
+                    << round;
     }
 }
 
@@ -82,13 +78,14 @@ TEST(GuSizing, RefusesTooFewPointsAndOutlinesThatTurnBack) {
         Points points = PointsOf(row);
         EXPECT_EQ(-1, Size(gu_size_polygon, points, 1)) << row;
     }
+    EXPECT_EQ(-1, gu_size_ortho_polygoni(1, nullptr, 1));
+    Points repeated = PointsOf("7 7, 7 7");
+    Size(gu_size_polygon, repeated, 1);
+    EXPECT_EQ(PointsOf("0 0"), repeated);
 }
 
 TEST(GuSizing, EndsOfTheRange) {
-    EXPECT_EQ(-1, gu_size_ortho_polygoni(1, nullptr, 1));
-    Points repeated = PointsOf("7 7, 7 7"), clockwise = PointsOf("0 0, 0 10, 10 10, 10 0");
-    Size(gu_size_polygon, repeated, 1);
-    EXPECT_EQ(PointsOf("0 0"), repeated);
+    Points clockwise = PointsOf("0 0, 0 10, 10 10, 10 0");
     Size(gu_size_polygon, clockwise, kLowest);  // its negation is no int
     EXPECT_EQ((gu_point_t{kHighest, kHighest}), clockwise[0]);
 
@@ -99,8 +96,7 @@ TEST(GuSizing, EndsOfTheRange) {
     EXPECT_EQ(PointsOf("-1 -1, -1 11, -2147483648 11, -2147483648 -1"), wrapped);
 
     Points comb = {{0, 0}};  // clockwise, 40002 points: negative in 16 bits
-    for (int i = 0; i < 20000; ++i)
-        for (int const x : {i, i + 1}) comb.push_back({x, 10 + i % 2});
+    for (int i = 0; i < 40000; ++i) comb.push_back({(i + 1) / 2, 10 + i / 2 % 2});
     comb.push_back({20000, 0});
     EXPECT_EQ(40002, Size(gu_size_ortho_polygoni, comb, 1));
     EXPECT_EQ((gu_point_t{1, 1}), comb[0]);  // shrunk, as if it were counter-clockwise
