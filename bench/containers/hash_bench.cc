@@ -54,6 +54,7 @@ std::vector<typename Subject::Key> Names(std::string (*name)(unsigned), unsigned
     for (auto& number : numbers) number = first++;
     if (seed) std::shuffle(numbers.begin(), numbers.end(), std::mt19937(seed));
     std::vector<typename Subject::Key> names;
+    names.reserve(numbers.size());
     for (unsigned const number : numbers) names.emplace_back(name(number).c_str());
     return names;
 }
