@@ -189,12 +189,13 @@ std::string BigLayout() {
     for (int i = 0; i < 10000; ++i)
         text << ' ' << std::lround(1e6 * std::cos(i / 1591.55)) << ' '
              << std::lround(1e6 * std::sin(i / 1591.55));
+    text << "\npolygon d";  // the answer fills a socket while the comb is to be sent
+    for (int i = 0; i < 600; ++i) text << ' ' << i << ' ' << i % 2 * 20000 + i * 7 % 10000;
     text << "\npolygon c 0 0";  // a comb
     for (int i = 0; i < 16000; ++i)
         text << ' ' << 20 * i << " 100 " << 20 * i << ' ' << 300 + i % 11 << ' ' << 20 * i + 10
              << ' ' << 300 + i % 11 << ' ' << 20 * i + 10 << " 100";
-    text << " 320000 0\npolygon a 0 0 5 0 5 5\npolygon d";
-    for (int i = 0; i < 600; ++i) text << ' ' << i << ' ' << i % 2 * 20000 + i * 7 % 10000;
+    text << " 320000 0\npolygon a 0 0 5 0 5 5";
     for (int i = 0; i < 3000; ++i) text << "\npolygon e 0 0 " << i << " 9 5 " << i;
     return text.str() + '\n';
 }
@@ -279,8 +280,7 @@ TEST_F(Exchange, AnswersRecordsOfEveryKind) {
          Bytes(Byte{0}, 2, Byte{1}, 1, 9, 9, Byte{0}, 0)},
         {Bytes(2, Byte{1}, 2, short{0}, 0, 2, 0, 0, 9, 5) + Square(3).substr(4),
          Bytes(Byte{1}, String_t("slanted path")) + SquareAnswer(3)},
-        {Bytes(0), Bytes(0)},
-    };
+        {Bytes(0), Bytes(0)}};
     for (auto const& row : rows) {
         Raw const client(address);
         client.Send(row.request);
@@ -297,29 +297,27 @@ TEST_F(Exchange, BadClientsHarmNobodyElse) {
     std::string const protocol = "protocol error", end = "end of input";
     struct {
         std::string bytes, complaint;
-    } const rows[] = {
-        {"GET / HTTP/1.1\r\n\r\n", protocol},
-        {Bytes(-1), protocol},
-        {Bytes(1025), protocol},
-        {Bytes(1, Byte{3}), protocol},
-        {Bytes(1, Byte{0}, 1, short{0}, 0), protocol},
-        {Bytes(1, Byte{0}, 0, short{1}, 0), protocol},
-        {Bytes(1, Byte{1}, -1, short{0}, 0), protocol},
-        {Bytes(1, Byte{1}, kFar, short{0}, 0), protocol},
-        {Bytes(1, Byte{1}, 2, short{2}, 0), protocol},
-        {Bytes(1, Byte{2}, 2, short{2}, 0), protocol},
-        {Bytes(1, Byte{0}, 0, short{0}, kFar / 4), protocol},
-        {Bytes(1, Byte{0}, 0, short{0}, -kFar / 4), protocol},
-        {polygon(2), protocol},
-        {polygon(65536), protocol},
-        {polygon(-2147483647), protocol},
-        {Bytes(1, Byte{1}, 2, short{0}, 0, 32768), protocol},
-        {Bytes(1, Byte{2}, 2, short{3}, 0, 2), protocol},
-        {polygon(3) + Bytes(0, kFar, 0, 0, 0, 0), protocol},
-        {polygon(3) + Bytes(0, 0, 0, 0, -kFar, 0), protocol},
-        {Bytes(1).substr(3), end},
-        {polygon(65535) + Bytes(1, 2, 3), end},
-    };
+    } const rows[] = {{"GET / HTTP/1.1\r\n\r\n", protocol},
+                      {Bytes(-1), protocol},
+                      {Bytes(1025), protocol},
+                      {Bytes(1, Byte{3}), protocol},
+                      {Bytes(1, Byte{0}, 1, short{0}, 0), protocol},
+                      {Bytes(1, Byte{0}, 0, short{1}, 0), protocol},
+                      {Bytes(1, Byte{1}, -1, short{0}, 0), protocol},
+                      {Bytes(1, Byte{1}, kFar, short{0}, 0), protocol},
+                      {Bytes(1, Byte{1}, 2, short{2}, 0), protocol},
+                      {Bytes(1, Byte{2}, 2, short{2}, 0), protocol},
+                      {Bytes(1, Byte{0}, 0, short{0}, kFar / 4), protocol},
+                      {Bytes(1, Byte{0}, 0, short{0}, -kFar / 4), protocol},
+                      {polygon(2), protocol},
+                      {polygon(65536), protocol},
+                      {polygon(-2147483647), protocol},
+                      {Bytes(1, Byte{1}, 2, short{0}, 0, 32768), protocol},
+                      {Bytes(1, Byte{2}, 2, short{3}, 0, 2), protocol},
+                      {polygon(3) + Bytes(0, kFar, 0, 0, 0, 0), protocol},
+                      {polygon(3) + Bytes(0, 0, 0, 0, -kFar, 0), protocol},
+                      {Bytes(1).substr(3), end},
+                      {polygon(65535) + Bytes(1, 2, 3), end}};
     Raw const other(address);
     for (auto const& row : rows) {
         Raw const client(address);
@@ -409,8 +407,7 @@ TEST_F(Exchange, ListensWhereItIsTold) {
         {"-t 1s", "not a number of seconds: 1s\nusage: "},
         {"-t", "a value is missing after -t\nusage: "},
         {"-q", "unknown option -q\nusage: "},
-        {"a", "not expected: a\nusage: "},
-    };
+        {"a", "not expected: a\nusage: "}};
     for (auto const& row : rows) {
         EXPECT_EQ(1, RunProgram(FRACTURE_SERVER_COMMAND, row.arguments)) << row.arguments;
         EXPECT_EQ("", out) << row.arguments;
@@ -466,8 +463,7 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
         {Bytes(Byte{0}, 0, Byte{0}, 0, Byte{0}, 1, 0, 0, 0, 1 << 30), "protocol error"},
         {Bytes(Byte{0}, 0, Byte{0}, 0, Byte{1}, 1 << 24, 1), "end of input"},
         {Bytes(7), "protocol error", "-x"},
-        {Bytes(0).substr(1), "end of input", "-x"},
-    };
+        {Bytes(0).substr(1), "end of input", "-x"}};
     for (auto const& row : rows) {
         bool const stop = row.options[1] == 'x';
         Start(FRACTURE_CLIENT_COMMAND " " + (row.options + (" " + address)) +
