@@ -122,6 +122,15 @@ String_t& String_t::operator=(char const* s) {
     return *this;
 }
 
+String_t& String_t::Assign(std::string_view s) {
+    // A text of this string alone has the room if it is no shorter. `s` may be a part of it.
+    bool const alone = rep && rep->count == 1 && rep->text;
+    if (!alone || !s.data() || strnlen(rep->text, s.size()) < s.size()) return *this = String_t(s);
+    std::memmove(rep->text, s.data(), s.size());
+    rep->text[s.size()] = '\0';
+    return *this;
+}
+
 String_t& String_t::operator+=(char const* s) {
     if (s) Install(JoinText(Get(), s).release());
     return *this;

@@ -60,6 +60,9 @@ public:
 
     // Becomes a copy of `s`, or the null string for null.
     String_t& operator=(char const* s);
+    // The same from a view, which may be a part of this text: the null string only when its pointer
+    // is null. Allocates nothing if the old text is not shared and no shorter.
+    String_t& Assign(std::string_view s);
     // Puts `s` behind or in front of the text; null changes nothing.
     String_t& operator+=(char const* s);
     String_t& Prepend(char const* s);

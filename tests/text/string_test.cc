@@ -121,7 +121,8 @@ TEST(StringSharing, FollowsTheModelThroughRandomSteps) {
         String_t& s = strings[i];
         std::string const old = model[i]->value_or("");
         auto const change = [&](Text const& to) { model[i] = std::make_shared<Text>(to); };
-        switch (old.size() > 100 ? 7 : random() % 7) {
+        std::string_view const piece = s.View().substr(old.size() / 3, old.size() / 2);
+        switch (old.size() > 100 ? 9 : random() % 9) {
             case 0: s = strings[j], model[i] = model[j]; break;
             case 1: strings[i] = String_t(strings[j]), model[i] = model[j]; break;
             case 2:
@@ -132,6 +133,10 @@ TEST(StringSharing, FollowsTheModelThroughRandomSteps) {
             case 4: s += text, text ? change(old + text) : void(); break;
             case 5: s.Prepend(text), text ? change(text + old) : void(); break;
             case 6: std::strcpy(s.Reserve(3), "new"), *model[i] = "new"; break;
+            case 7:
+                s.Assign(text ? text : std::string_view()), change(text ? Text(text) : Text());
+                break;
+            case 8: piece.data() ? change(Text(piece)) : change(Text()), s.Assign(piece); break;
             default: s.Reserve(0), *model[i] = ""; break;
         }
         for (unsigned k = 0; k < 6; ++k)
