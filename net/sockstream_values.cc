@@ -36,6 +36,22 @@ void Wire::PutText(OSockStream& out, char const* s) {
     } while (c != '\0');
 }
 
+OSockStream& Wire::PutString(OSockStream& out, char const* s, std::size_t length) {
+    if (length >= kMaxLength) return Refuse(out);
+    std::uint32_t const wire = Swapped(static_cast<std::uint32_t>(length));
+    auto const room = static_cast<std::size_t>(out.end - out.cur);
+    if (length == 0 || room <= length + sizeof wire || !out.Good()) {
+        Put(out, static_cast<std::uint32_t>(length));
+        return length ? out.Write(s, static_cast<int>(length + 1)) : out;
+    }
+    char* const to = out.cur;
+    out.cur += sizeof wire + length + 1;
+    out.pcount = static_cast<int>(length + 1);
+    std::memcpy(to, &wire, sizeof wire);
+    std::memcpy(to + sizeof wire, s, length + 1);
+    return out;
+}
+
 void Wire::GetText(ISockStream& in, char* s) {
     if (in.tie) in.tie->Flush();
     char c;
@@ -80,15 +96,15 @@ bool Wire::GetString(ISockStream& in, String_t& s) {
     bool const whole =
         length <= kMaxString && in.end - in.cur > static_cast<std::ptrdiff_t>(length);
     if (whole && length != 0 && !std::memchr(in.cur, '\0', length)) {
-        s = String_t(std::string_view(in.cur, length));
+        s.Assign(std::string_view(in.cur, length));
         in.cur += length + 1;
         return true;
     }
-    s = "";
+    s.Assign("");
     if (length == 0) return true;
     char text[kMaxString + 1];
     if (length > kMaxString || !TakeString(in, text, length)) in.SetFailed();
-    if (in.Good()) s = String_t(std::string_view(text, length));
+    if (in.Good()) s.Assign(std::string_view(text, length));
     return in.Good();
 }
 
@@ -120,10 +136,8 @@ OSockStream& operator<<(OSockStream& out, char const* s) {
 }
 
 OSockStream& operator<<(OSockStream& out, String_t const& s) {
-    unsigned const length = s.Len();
-    if (length >= kMaxLength) return Wire::Refuse(out);
-    Wire::Put(out, length);
-    return length ? out.Write(s, static_cast<int>(length + 1)) : out;
+    char const* const text = s.Get();
+    return Wire::PutString(out, text, text ? std::strlen(text) : 0);
 }
 
 OSockStream& operator<<(OSockStream& out, ByteString const& bytes) {

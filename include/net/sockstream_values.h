@@ -47,18 +47,16 @@ struct BitsOfSize<8> {
 };
 
 // Numbers in the buffers: a value that fits is swapped and copied at once, any other one goes the
-// way of Write or RevRead.
+// way of RevWrite or RevRead.
 struct Wire {
     template <class Number>
     static OSockStream& Put(OSockStream& out, Number value) {
         typename BitsOfSize<sizeof value>::Type bits;
         std::memcpy(&bits, &value, sizeof bits);
-        bits = Swapped(bits);
-        char wire[sizeof bits];
-        std::memcpy(wire, &bits, sizeof bits);
         if (!out.Good() || out.end - out.cur < static_cast<std::ptrdiff_t>(sizeof bits))
-            return out.Write(wire, sizeof bits);
-        std::memcpy(out.cur, wire, sizeof bits);
+            return out.RevWrite(reinterpret_cast<char const*>(&value), sizeof value);
+        bits = Swapped(bits);
+        std::memcpy(out.cur, &bits, sizeof bits);
         out.cur += sizeof bits;
         out.pcount = sizeof bits;
         return out;
@@ -126,6 +124,7 @@ struct Wire {
     KORBASE_API static OSockStream& Refuse(OSockStream& out);
     // For the library itself.
     static void PutText(OSockStream& out, char const* s);
+    static OSockStream& PutString(OSockStream& out, char const* s, std::size_t length);
     static void GetText(ISockStream& in, char* s);
     static bool TakeString(ISockStream& in, char* text, unsigned length);
     static bool GetString(ISockStream& in, String_t& s);
