@@ -36,8 +36,10 @@ public:
     // Flush, then the memory: Len() bytes, valid until the next flush. Kept: as of Flush, Str of a
     // stream with an empty buffer raises the end-of-input bit.
     char* Str();
-    // Bytes that have reached the memory.
+    // Bytes that have reached the memory: ask after Str.
     unsigned Len() const { return static_cast<unsigned>(wp - mem); }
+    // Bytes of memory.
+    unsigned Capacity() const { return capacity; }
 
 private:
     void Grow(std::uint64_t need);
