@@ -89,17 +89,20 @@ bool Wire::TakeString(ISockStream& in, char* text, unsigned length) {
     return true;
 }
 
-// Whether a string was delivered.
+// Whether a string was delivered. Most are whole in the buffer.
 bool Wire::GetString(ISockStream& in, String_t& s) {
     std::uint32_t length = 0;
     if (!Get(in, length)) return false;
-    bool const whole =
-        length <= kMaxString && in.end - in.cur > static_cast<std::ptrdiff_t>(length);
-    if (whole && length != 0 && !std::memchr(in.cur, '\0', length)) {
-        s.Assign(std::string_view(in.cur, length));
-        in.cur += length + 1;
-        return true;
-    }
+    bool const whole = in.end - in.cur > static_cast<std::ptrdiff_t>(length);
+    if (!whole || length == 0 || length > kMaxString || std::memchr(in.cur, '\0', length))
+        return GetOddString(in, s, length);
+    s.Assign(std::string_view(in.cur, length));
+    in.cur += length + 1;
+    return true;
+}
+
+// What follows the length of an empty, a cut or a wrong string.
+bool Wire::GetOddString(ISockStream& in, String_t& s, unsigned length) {
     s.Assign("");
     if (length == 0) return true;
     char text[kMaxString + 1];

@@ -128,6 +128,7 @@ struct Wire {
     static void GetText(ISockStream& in, char* s);
     static bool TakeString(ISockStream& in, char* text, unsigned length);
     static bool GetString(ISockStream& in, String_t& s);
+    static bool GetOddString(ISockStream& in, String_t& s, unsigned length);
     static void GetBytes(ISockStream& in, ByteString& bytes);
     static void GetList(ISockStream& in, TOList<String_t>& list);
 };
