@@ -7,6 +7,7 @@
 #include <limits>
 #include <random>
 #include <sstream>
+#include <tuple>
 
 #include "tests/system/time_zone.h"
 
@@ -41,16 +42,14 @@ TEST(DateTime, TakesTimesInManyZones) {
     char const *const cet = "CET-1CEST,M3.5.0,M10.5.0/3", *const est = "EST5EDT,M3.2.0,M11.1.0";
     char const *const aest = "AEST-10AEDT,M10.1.0,M4.1.0/3", *const utc = "UTC0";
     // Around changes of the clock; the last seconds of 32 bits and past them; the first and before.
-    struct {
-        char const* rules;
-        int east_minutes, y, mo, d, h, mi, s;
-    } const rows[] = {{cet, 60, 2026, 3, 29, 1, 59, 59},   {cet, 120, 2026, 3, 29, 3, 0, 0},
-                      {est, -240, 2026, 11, 1, 0, 59, 59}, {est, -300, 2026, 11, 1, 2, 0, 0},
-                      {aest, 660, 2026, 1, 1, 0, 0, 0},    {aest, 600, 2026, 7, 1, 0, 0, 0},
-                      {est, -300, 2038, 1, 18, 22, 14, 7}, {est, -300, 2038, 1, 18, 22, 14, 8},
-                      {aest, 660, 2038, 1, 19, 14, 14, 7}, {aest, 660, 2038, 1, 19, 14, 14, 8},
-                      {utc, 0, 1901, 12, 13, 20, 45, 52},  {utc, 0, 1901, 12, 13, 20, 45, 51}};
-    for (auto const& r : rows) Check(r.rules, r.east_minutes, r.y, r.mo, r.d, r.h, r.mi, r.s);
+    std::tuple<char const*, int, int, int, int, int, int, int> const rows[] = {
+        {cet, 60, 2026, 3, 29, 1, 59, 59},   {cet, 120, 2026, 3, 29, 3, 0, 0},
+        {est, -240, 2026, 11, 1, 0, 59, 59}, {est, -300, 2026, 11, 1, 2, 0, 0},
+        {aest, 660, 2026, 1, 1, 0, 0, 0},    {aest, 600, 2026, 7, 1, 0, 0, 0},
+        {est, -300, 2038, 1, 18, 22, 14, 7}, {est, -300, 2038, 1, 18, 22, 14, 8},
+        {aest, 660, 2038, 1, 19, 14, 14, 7}, {aest, 660, 2038, 1, 19, 14, 14, 8},
+        {utc, 0, 1901, 12, 13, 20, 45, 52},  {utc, 0, 1901, 12, 13, 20, 45, 51}};
+    for (auto const& row : rows) std::apply(Check, row);
 
     std::mt19937 random(35);
     auto const below = [&](unsigned n) { return static_cast<int>(random() % n); };
