@@ -6,7 +6,7 @@ template class TVarr<bnode_t*>;
 
 namespace {
 
-typedef bnode_t* bnode_t::*Side;
+using Side = bnode_t* bnode_t::*;
 
 // The end of the tree `n` on one side. The subtrees on the other side, which a walk enters on its
 // way back, are prefetched.

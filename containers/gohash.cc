@@ -1,4 +1,4 @@
-#include <generic/gohash>
+#include "generic/gohash"
 
 #include <limits>
 #include <new>

@@ -13,9 +13,9 @@ namespace korbase_detail {
 
 namespace {
 
-typedef std::uint64_t Word;
-Word const kAll = ~Word{0};
-std::uint64_t const kOdd = 0x9E3779B97F4A7C15U;  // 2^64 / golden ratio
+using Word = std::uint64_t;
+constexpr Word kAll = ~Word{0};
+constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15U;  // 2^64 / golden ratio
 
 // `n` zero bits, and ones up to the end of the last word.
 void Reset(Word* bits, std::size_t n) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-unsigned const kWordBits = 32;
+constexpr unsigned kWordBits = 32;
 
 unsigned CountBits(set_word_t word) { return static_cast<unsigned>(__builtin_popcountl(word)); }
 unsigned LowestBit(set_word_t word) { return static_cast<unsigned>(__builtin_ctzl(word)); }

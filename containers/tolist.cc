@@ -1,4 +1,4 @@
-#include <generic/tolist>
+#include "generic/tolist"
 
 template class TOLink<String_t>;
 template class TOList<String_t>;

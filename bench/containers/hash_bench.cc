@@ -4,7 +4,6 @@
 // they end in the order in which they were made, not in that of its slots, which would scatter the
 // strings of all later benchmarks over the memory.
 #include <benchmark/benchmark.h>
-#include <generic/gohash>
 
 #include <algorithm>
 #include <cstdint>
@@ -14,19 +13,21 @@
 #include <unordered_map>
 #include <vector>
 
+#include "generic/gohash"
+
 namespace {
 
 struct Korbase {
-    typedef String_t Key;
-    typedef OHashTable<String_t, StrCnt> Table;
+    using Key = String_t;
+    using Table = OHashTable<String_t, StrCnt>;
     static void Add(Table& table, Key const& key) { table.Add(key); }
     static bool Has(Table const& table, Key const& key) { return table.Find(key) != nullptr; }
     static void Del(Table& table, Key const& key) { table.Del(key); }
 };
 
 struct Std {
-    typedef std::string Key;
-    typedef std::unordered_map<std::string, int> Table;
+    using Key = std::string;
+    using Table = std::unordered_map<std::string, int>;
     static void Add(Table& table, Key const& key) { table.emplace(key, 0); }
     static bool Has(Table const& table, Key const& key) { return table.find(key) != table.end(); }
     static void Del(Table& table, Key const& key) { table.erase(key); }
@@ -115,7 +116,7 @@ void DelAdd(benchmark::State& state, std::string (*name)(unsigned)) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-typedef void Bench(benchmark::State&, std::string (*)(unsigned));
+using Bench = void(benchmark::State&, std::string (*)(unsigned));
 
 void Pair(std::string const& workload, Bench* korbase, Bench* peer) {
     struct {

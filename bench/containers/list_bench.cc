@@ -1,13 +1,13 @@
 // Lists of pointers and the pools below them, on one thread and on two.
 #include <benchmark/benchmark.h>
 
-#include <containers/dplist.h>
-#include <containers/pool.h>
-#include <containers/slist.h>
-
 #include <list>
 #include <new>
 #include <vector>
+
+#include "containers/dplist.h"
+#include "containers/pool.h"
+#include "containers/slist.h"
 
 namespace {
 

@@ -3,7 +3,6 @@
 // over the whole map. Stored strings outlive their map: they end in the order in which they were
 // made, so that later benchmarks do not find their strings scattered over the memory.
 #include <benchmark/benchmark.h>
-#include <generic/tmap>
 
 #include <algorithm>
 #include <map>
@@ -12,11 +11,13 @@
 #include <string>
 #include <vector>
 
+#include "generic/tmap"
+
 namespace {
 
 struct Korbase {
-    typedef String_t Key;
-    typedef TMap<String_t, int, GStringCmp> Map;
+    using Key = String_t;
+    using Map = TMap<String_t, int, GStringCmp>;
     static void Insert(Map& map, Key const& key, int value) { map.Insert(key, value); }
     static int Find(Map const& map, Key const& key) { return *map.Find(key); }
     static void Remove(Map& map, Key const& key) { map.Remove(key); }
@@ -28,8 +29,8 @@ struct Korbase {
 };
 
 struct Std {
-    typedef std::string Key;
-    typedef std::map<std::string, int> Map;
+    using Key = std::string;
+    using Map = std::map<std::string, int>;
     static void Insert(Map& map, Key const& key, int value) { map.emplace(key, value); }
     static int Find(Map const& map, Key const& key) { return map.find(key)->second; }
     static void Remove(Map& map, Key const& key) { map.erase(key); }
@@ -105,8 +106,8 @@ void Walk(benchmark::State& state, char const* stem) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-char const kShort[] = "signal_";
-char const kLong[] = "chip/core0/alu/adder/signal_";
+constexpr char kShort[] = "signal_";
+constexpr char kLong[] = "chip/core0/alu/adder/signal_";
 
 void Add(std::string const& workload, char const* stem,
          void (*korbase)(benchmark::State&, char const*),

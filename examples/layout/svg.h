@@ -9,8 +9,8 @@
 #define KORBASE_EXAMPLES_LAYOUT_SVG_H
 
 #include <text/string.h>
-#include <generic/tmap>
 
+#include <generic/tmap>
 #include <ostream>
 #include <vector>
 

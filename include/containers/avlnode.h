@@ -9,14 +9,13 @@
 #ifndef KORBASE_CONTAINERS_AVLNODE_H
 #define KORBASE_CONTAINERS_AVLNODE_H
 
+#include <containers/bnode.h>
 #include <korbase_api.h>
-
-#include "containers/bnode.h"
 
 class KORBASE_API AVLnode : public bnode_t {
 public:
     // A new node, which the tree owns from then on.
-    typedef AVLnode* (*CreateFn)(void* arg);
+    using CreateFn = AVLnode* (*)(void* arg);
 
     int bal;  // height(right) - height(left): -1, 0 or 1
 

@@ -11,16 +11,16 @@
 
 #include <korbase_api.h>
 
-#include "generic/tvarr"
+#include <generic/tvarr>
 
 class KORBASE_API bnode_t {
 public:
     // Positive when `node` sorts after `key`, negative when before, 0 when equal.
-    typedef int (*CompareFn)(bnode_t const* node, void const* key);
+    using CompareFn = int (*)(bnode_t const* node, void const* key);
     // Called for each node of a walk; a non-zero result stops the walk and is what it returns.
-    typedef int (*VisitFn)(bnode_t* node, void* arg);
+    using VisitFn = int (*)(bnode_t* node, void* arg);
     // A new node, which the tree owns from then on.
-    typedef bnode_t* (*CreateFn)(void* arg);
+    using CreateFn = bnode_t* (*)(void* arg);
 
     struct Iterator;
 

@@ -86,7 +86,7 @@ public:
     HashIndex Rebuilt(std::uint32_t n, std::uint32_t* moved) const;
 
 private:
-    typedef std::uint64_t Word;
+    using Word = std::uint64_t;
     struct Entry {
         std::uint64_t mark;
         std::uint32_t hash;

@@ -14,8 +14,8 @@
 #include <generic/tshsort>
 #include <generic/tvarr>
 
-#include "containers/avlnode.h"
-#include "containers/pool.h"
+#include <containers/avlnode.h>
+#include <containers/pool.h>
 
 // A piece of an edge that is not horizontal, from its lower end (x0, y0) to its upper end (x1, y1):
 // y0 < y1.

@@ -13,8 +13,8 @@
 #include <generic/tshsort>
 #include <generic/tvarr>
 
-#include "containers/avlnode.h"
-#include "containers/pool.h"
+#include <containers/avlnode.h>
+#include <containers/pool.h>
 
 // A piece of a vertical edge from its lower end (x, y0) to its upper end (x, y1): y0 < y1.
 struct OEdge_t {

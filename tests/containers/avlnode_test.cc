@@ -6,7 +6,7 @@
 
 namespace {
 
-typedef IntNode<AVLnode> Node;
+using Node = IntNode<AVLnode>;
 // AVLnode::Insert; a node that was equal puts its key into `found`.
 AVLnode* Add(AVLnode* root, int key, int& grew, std::vector<int>* found = nullptr) {
     return AVLnode::Insert(root, Node::Cmp, &key, Node::Make, &key, found ? Node::Log : nullptr,

@@ -6,8 +6,8 @@
 
 namespace {
 
-typedef IntNode<bnode_t> Node;
-typedef std::vector<int> Keys;
+using Node = IntNode<bnode_t>;
+using Keys = std::vector<int>;
 
 bnode_t* TreeOf(Keys const& keys) {
     bnode_t* root = nullptr;
@@ -73,7 +73,7 @@ TEST(BnodeWalks, GoInTheirOrdersAndStopWhereToldAlsoOnAPart) {
 }
 
 TEST(BnodeTree, AgreesWithASetUnderRandomChanges) {
-    typedef bnode_t::Iterator It;
+    using It = bnode_t::Iterator;
     std::mt19937 random(5);
     auto const below = [&random](unsigned n) { return static_cast<int>(random() % n); };
     std::set<int> model;
@@ -161,7 +161,7 @@ TEST(BnodeCheckTree, TellsTheLevels) {
 }
 
 TEST(BnodeBalance, RebuildsAChainWhoseWalksNeedNoStack) {
-    typedef bnode_t* const* Slot;
+    using Slot = bnode_t* const*;
     auto const up = [](Slot a, Slot b) { return Node::KeyOf(*a) - Node::KeyOf(*b); };
     auto const down = [](Slot a, Slot b) { return Node::KeyOf(*b) - Node::KeyOf(*a); };
     int const n = 300000, first = 0;

@@ -1,24 +1,25 @@
 // What standard C++ expects of every value and container: moves, swap, range-for, views, hashes,
 // structured bindings.
-#include <containers/set.h>
-#include <containers/slist.h>
 #include <gtest/gtest.h>
-#include <text/bytestring.h>
-#include <text/string.h>
 
 #include <cstring>
-#include <generic/autoarr>
-#include <generic/gohash>
-#include <generic/tmap>
-#include <generic/tolist>
-#include <generic/tsortedvector>
-#include <generic/tvarr>
-#include <generic/tvector>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <unordered_map>
 #include <unordered_set>
+
+#include "containers/set.h"
+#include "containers/slist.h"
+#include "generic/autoarr"
+#include "generic/gohash"
+#include "generic/tmap"
+#include "generic/tolist"
+#include "generic/tsortedvector"
+#include "generic/tvarr"
+#include "generic/tvector"
+#include "text/bytestring.h"
+#include "text/string.h"
 
 namespace {
 

@@ -27,7 +27,7 @@ std::size_t stride(unsigned size) {
 }
 
 // Most tests use elements of 16 bytes in chunks of kChunk.
-unsigned const kChunk = 500, kChunkBytes = 16 * kChunk + 8;
+constexpr unsigned kChunk = 500, kChunkBytes = 16 * kChunk + 8;
 
 Elements take(Pool& pool, unsigned count = kChunk) {
     Elements elements(count);

@@ -6,10 +6,10 @@
 
 namespace {
 
-typedef TMap<String_t, int, GStringCmp> IntMap;
+using IntMap = TMap<String_t, int, GStringCmp>;
 
 // A key as the model sees it: the null string before "", then by unsigned bytes.
-typedef std::pair<bool, std::string> ModelKey;
+using ModelKey = std::pair<bool, std::string>;
 ModelKey ModelOf(String_t const& s) { return {!s.IsNull(), s.IsNull() ? "" : s.Get()}; }
 
 // Texts that differ around the ends of the remembered 16 bytes, in bytes of both signs.
@@ -160,7 +160,7 @@ TEST(TMapWalks, TakeBothEndsAndStopWhereTold) {
 }
 
 TEST(TMapNode, ServesTheTreeRoutines) {
-    typedef IntMap::Node Node;
+    using Node = IntMap::Node;
     AVLnode* root = nullptr;
     String_t const keys[] = {"b", "a", "b"};
     int const values[] = {1, 2, 3};
