@@ -38,16 +38,16 @@ public:
         return found;
     }
     void Add(char c) {
-        if (count_ < kMaxText) text_[count_++] = c;
+        if (count < kMaxText) buffer[count++] = c;
     }
     double Value() {
-        text_[count_] = '\0';
-        return std::strtod(text_, nullptr);
+        buffer[count] = '\0';
+        return std::strtod(buffer, nullptr);
     }
 
 private:
-    char text_[kMaxText + 1];
-    int count_ = 0;
+    char buffer[kMaxText + 1];
+    int count = 0;  // of characters
 };
 
 // Kept: a word is cut to two characters before it is looked up among the names of numbers, "inf"

@@ -1,6 +1,7 @@
 #include "text/str_text.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -13,6 +14,18 @@ char* NewText(std::size_t size) {
     auto* const block = size ? static_cast<char*>(std::malloc(size)) : nullptr;
     if (!block) std::abort();
     return block;
+}
+
+// str_icmp over at most `n` characters.
+int CompareFolded(char const* a, char const* b, std::size_t n) {
+    if (a == b) return 0;
+    if (!a) return -1;
+    if (!b) return 1;
+    for (; n > 0; --n, ++a, ++b) {
+        int const difference = korbase_detail::FoldedDifference(*a, *b);
+        if (difference != 0 || *a == '\0') return difference;
+    }
+    return 0;
 }
 
 }  // namespace
@@ -31,25 +44,10 @@ int str_ncmp(char const* a, char const* b, unsigned n) {
     return b ? std::strncmp(a, b, n) : 1;
 }
 
-int str_icmp(char const* a, char const* b) {
-    if (a == b) return 0;
-    if (!a) return -1;
-    if (!b) return 1;
-    for (;; ++a, ++b) {
-        int const difference = korbase_detail::FoldedDifference(*a, *b);
-        if (difference != 0 || *a == '\0') return difference;
-    }
-}
+int str_icmp(char const* a, char const* b) { return CompareFolded(a, b, SIZE_MAX); }
 
 int str_nicmp(char const* a, char const* b, int n) {
-    if (n < 1 || a == b) return 0;
-    if (!a) return -1;
-    if (!b) return 1;
-    for (; n > 0; --n, ++a, ++b) {
-        int const difference = korbase_detail::FoldedDifference(*a, *b);
-        if (difference != 0 || *a == '\0') return difference;
-    }
-    return 0;
+    return n < 1 ? 0 : CompareFolded(a, b, static_cast<std::size_t>(n));
 }
 
 void str_cat(char* dst, char const* src) {
