@@ -48,13 +48,37 @@ AVLnode* Grown(AVLnode* p, bool on_left, int& grew) {
     return p;
 }
 
+// One side of `p` has become lower by one: brings it into balance. `shrank` becomes 0 when the
+// height is what it was.
+AVLnode* Lowered(AVLnode* p, bool on_left, int& shrank) {
+    int const tilt = on_left ? 1 : -1;
+    if (p->bal == 0) {
+        p->bal = tilt;
+        shrank = 0;
+        return p;
+    }
+    if (p->bal != tilt) {
+        p->bal = 0;
+        return p;
+    }
+    AVLnode* const p1 = on_left ? Right(p) : Left(p);
+    bool const even = p1->bal == 0;
+    AVLnode* const head = on_left ? LiftRight(p) : LiftLeft(p);
+    if (even) {  // the inner grandchild is as high as the outer one: the height stays
+        p->bal = tilt;
+        p1->bal = -tilt;
+        shrank = 0;
+    }
+    return head;
+}
+
 // One side of `p`, a node of the tree `root`, has become lower: rebalances from there up. Returns
 // the root.
 AVLnode* Shrunk(AVLnode* root, AVLnode* p, bool on_left, int& shrank) {
     while (shrank) {
         AVLnode* const up = p == root ? nullptr : Parent(p);
         bool const p_on_left = up && up->left == p;
-        AVLnode* const head = on_left ? AVLnode::Bal1(p, shrank) : AVLnode::Bal2(p, shrank);
+        AVLnode* const head = Lowered(p, on_left, shrank);
         if (!up) return head;
         (p_on_left ? up->left : up->right) = head;
         p = up;
@@ -179,47 +203,9 @@ AVLnode* AVLnode::RotateRL(AVLnode* p, AVLnode* p1, AVLnode* p2) {
     return p2;
 }
 
-AVLnode* AVLnode::Bal1(AVLnode* p, int& shrank) {
-    if (p->bal < 0) {
-        p->bal = 0;
-        return p;
-    }
-    if (p->bal == 0) {
-        p->bal = 1;
-        shrank = 0;
-        return p;
-    }
-    AVLnode* const p1 = Right(p);
-    bool const even = p1->bal == 0;
-    AVLnode* const head = LiftRight(p);
-    if (even) {  // the inner grandchild is as high as the outer one: the height stays
-        p->bal = 1;
-        p1->bal = -1;
-        shrank = 0;
-    }
-    return head;
-}
+AVLnode* AVLnode::Bal1(AVLnode* p, int& shrank) { return Lowered(p, true, shrank); }
 
-AVLnode* AVLnode::Bal2(AVLnode* p, int& shrank) {
-    if (p->bal > 0) {
-        p->bal = 0;
-        return p;
-    }
-    if (p->bal == 0) {
-        p->bal = -1;
-        shrank = 0;
-        return p;
-    }
-    AVLnode* const p1 = Left(p);
-    bool const even = p1->bal == 0;
-    AVLnode* const head = LiftLeft(p);
-    if (even) {
-        p->bal = -1;
-        p1->bal = 1;
-        shrank = 0;
-    }
-    return head;
-}
+AVLnode* AVLnode::Bal2(AVLnode* p, int& shrank) { return Lowered(p, false, shrank); }
 
 AVLnode* AVLnode::Del(AVLnode* root, int& shrank, AVLnode*& removed) {
     removed = static_cast<AVLnode*>(Iterator::RDown(root));

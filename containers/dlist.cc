@@ -4,7 +4,7 @@
 
 namespace {
 
-auto matches(int (*cmp)(DLink const*, void const*), void const* key) {
+auto Matches(int (*cmp)(DLink const*, void const*), void const* key) {
     return [cmp, key](DLink const* link) { return cmp(link, key) == 0; };
 }
 
@@ -29,31 +29,26 @@ DLink* DList::RemoveFirst() { return Ring::TakeAfter(last, last); }
 DLink* DList::RemoveLast() { return std::exchange(last, nullptr); }
 
 DLink* DList::Remove(int (*cmp)(DLink const*, void const*), void const* key) {
-    return Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp, key)));
+    return Ring::TakeAfter(last, Ring::FindBefore(last, Matches(cmp, key)));
 }
 
 int DList::RemoveLoop(int (*cmp)(DLink const*, void const*), void const* key,
                       int (*fn)(DLink*, void*), void* arg) {
     DList doomed;  // until all are found, since `key` may be one of them
-    return Ring::TakeAll(last, matches(cmp, key), [fn, arg, &doomed](DLink* link) {
+    return Ring::TakeAll(last, Matches(cmp, key), [fn, arg, &doomed](DLink* link) {
         if (fn) fn(link, arg);
         doomed.Append(link);
     });
 }
 
-void DList::Clear() {
-    Ring::Loop(std::exchange(last, nullptr), [](DLink* link) {
-        delete link;
-        return 0;
-    });
-}
+void DList::Clear() { Ring::DeleteAll(std::exchange(last, nullptr)); }
 
 int DList::Loop(int (*fn)(DLink*, void*), void* arg) {
     return Ring::Loop(last, [fn, arg](DLink* link) { return fn(link, arg); });
 }
 
 DLink* DList::Find(int (*cmp)(DLink const*, void const*), void const* key) const {
-    return Ring::Find(last, matches(cmp, key));
+    return Ring::Find(last, Matches(cmp, key));
 }
 
 DLink* DList::operator[](int i) const { return Ring::At(last, i); }

@@ -1,6 +1,5 @@
 #include "containers/dplist.h"
 
-#include <new>
 #include <utility>
 
 #include "containers/pool_cache.h"
@@ -9,37 +8,25 @@ using korbase_detail::PoolAccess;
 
 namespace {
 
-unsigned const kChunkBytes = 8192;
 Pool node_pool;
 
-auto matches(int (*cmp)(void const*, void const*), void const* key) {
+auto Matches(int (*cmp)(void const*, void const*), void const* key) {
     return [cmp, key](DPLink const* node) { return cmp(node->Data(), key) == 0; };
 }
 
 // Frees a node that is out of its list and returns its data; null gives null.
-void* drop(DPLink* node) {
+void* Drop(DPLink* node) {
     void* const data = node ? node->Data() : nullptr;
     delete node;
     return data;
 }
 
-void free_ring(DPLink* last) {
-    korbase_detail::Ring<DPLink, true>::Loop(last, [](DPLink* node) {
-        delete node;
-        return 0;
-    });
-}
-
 }  // namespace
 
-void* DPLink::operator new(std::size_t size) {
-    if (size != sizeof(DPLink)) return ::operator new(size);
-    return PoolAccess::Alloc(node_pool, sizeof(DPLink), kChunkBytes);
-}
+void* DPLink::operator new(std::size_t size) { return PoolAccess::New<DPLink>(node_pool, size); }
 
 void DPLink::operator delete(void* node, std::size_t size) {
-    if (size != sizeof(DPLink)) return ::operator delete(node);
-    PoolAccess::Free(node_pool, node);
+    PoolAccess::Delete<DPLink>(node_pool, node, size);
 }
 
 DPList::~DPList() { Clear(); }
@@ -64,29 +51,29 @@ DPList& DPList::operator=(DPList&& other) noexcept {
 void DPList::Append(void* data) { Ring::PutLast(last, new DPLink(data)); }
 void DPList::Insert(void* data) { Ring::PutFirst(last, new DPLink(data)); }
 
-void* DPList::RemoveFirst() { return drop(Ring::TakeAfter(last, last)); }
-void* DPList::RemoveLast() { return drop(Ring::TakeAfter(last, Ring::BeforeLast(last))); }
+void* DPList::RemoveFirst() { return Drop(Ring::TakeAfter(last, last)); }
+void* DPList::RemoveLast() { return Drop(Ring::TakeAfter(last, Ring::BeforeLast(last))); }
 
 void* DPList::Remove(int (*cmp)(void const*, void const*), void const* key) {
-    return drop(Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp, key))));
+    return Drop(Ring::TakeAfter(last, Ring::FindBefore(last, Matches(cmp, key))));
 }
 
 int DPList::RemoveLoop(int (*cmp)(void const*, void const*), void const* key,
                        int (*fn)(void*, void*), void* arg) {
-    return Ring::TakeAll(last, matches(cmp, key), [fn, arg](DPLink* node) {
-        void* const data = drop(node);
+    return Ring::TakeAll(last, Matches(cmp, key), [fn, arg](DPLink* node) {
+        void* const data = Drop(node);
         if (fn) fn(data, arg);
     });
 }
 
-void DPList::Clear() { free_ring(std::exchange(last, nullptr)); }
+void DPList::Clear() { Ring::DeleteAll(std::exchange(last, nullptr)); }
 
 int DPList::Loop(int (*fn)(void*, void*), void* arg) {
     return Ring::Loop(last, [fn, arg](DPLink* node) { return fn(node->data, arg); });
 }
 
 DPLink* DPList::FindL(int (*cmp)(void const*, void const*), void const* key) const {
-    return Ring::Find(last, matches(cmp, key));
+    return Ring::Find(last, Matches(cmp, key));
 }
 
 void* DPList::Replace(int (*cmp)(void const*, void const*), void const* key, void* data) {
@@ -131,5 +118,5 @@ void DPListIterator::Append(void* data) {
 void* DPListIterator::Remove() {
     DPLink* const node = cur;
     ++*this;
-    return node ? drop(DPList::Ring::TakeAfter(list->last, node->Prev())) : nullptr;
+    return node ? Drop(DPList::Ring::TakeAfter(list->last, node->Prev())) : nullptr;
 }

@@ -4,11 +4,11 @@
 
 namespace {
 
-auto matches(int (*cmp)(olink_t const*, void const*), void const* key) {
+auto Matches(int (*cmp)(olink_t const*, void const*), void const* key) {
     return [cmp, key](olink_t const* link) { return cmp(link, key) == 0; };
 }
 
-auto matches(olist_cmpo_t const& cmp) {
+auto Matches(olist_cmpo_t const& cmp) {
     return [&cmp](olink_t const* link) { return cmp(link) == 0; };
 }
 
@@ -37,30 +37,20 @@ olink_t* olist_t::removeTop() { return Ring::TakeAfter(last, last); }
 olink_t* olist_t::removeBottom() { return Ring::TakeAfter(last, Ring::BeforeLast(last)); }
 
 olink_t* olist_t::remove(int (*cmp)(olink_t const*, void const*), void const* key) {
-    return Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp, key)));
+    return Ring::TakeAfter(last, Ring::FindBefore(last, Matches(cmp, key)));
 }
 
 olink_t* olist_t::remove(olist_cmpo_t const& cmp) {
-    return Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp)));
+    return Ring::TakeAfter(last, Ring::FindBefore(last, Matches(cmp)));
 }
 
 int olist_t::removeLoop(int (*cmp)(olink_t const*, void const*), void const* key) {
-    olist_t doomed;  // until all are found, since `key` may be one of them
-    return Ring::TakeAll(last, matches(cmp, key),
-                         [&doomed](olink_t* link) { doomed.append(link); });
+    return Discard(Matches(cmp, key));
 }
 
-int olist_t::removeLoop(olist_cmpo_t& cmp) {
-    olist_t doomed;
-    return Ring::TakeAll(last, matches(cmp), [&doomed](olink_t* link) { doomed.append(link); });
-}
+int olist_t::removeLoop(olist_cmpo_t& cmp) { return Discard(Matches(cmp)); }
 
-void olist_t::clear() {
-    Ring::Loop(std::exchange(last, nullptr), [](olink_t* link) {
-        delete link;
-        return 0;
-    });
-}
+void olist_t::clear() { Ring::DeleteAll(std::exchange(last, nullptr)); }
 
 int olist_t::loop(int (*fn)(olink_t*, void*), void* arg) {
     return Ring::Loop(last, [fn, arg](olink_t* link) { return fn(link, arg); });
@@ -71,10 +61,10 @@ int olist_t::loop(olist_actiono_t& action) {
 }
 
 olink_t* olist_t::find(int (*cmp)(olink_t const*, void const*), void const* key) const {
-    return Ring::Find(last, matches(cmp, key));
+    return Ring::Find(last, Matches(cmp, key));
 }
 
-olink_t* olist_t::find(olist_cmpo_t const& cmp) const { return Ring::Find(last, matches(cmp)); }
+olink_t* olist_t::find(olist_cmpo_t const& cmp) const { return Ring::Find(last, Matches(cmp)); }
 
 olink_t* olist_t::operator[](int i) const { return Ring::At(last, i); }
 

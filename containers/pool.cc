@@ -19,10 +19,10 @@ struct Pool::Chunk {
 
 namespace {
 
-char const kAlive[] = {'6', '5', '4', '3'};
+constexpr char kAlive[] = {'6', '5', '4', '3'};
 
 // What a chunk record counts as, on every target.
-unsigned const kChunkRecord = 8;
+constexpr unsigned kChunkRecord = 8;
 
 }  // namespace
 
@@ -73,9 +73,9 @@ void* Pool::AllocSlow(unsigned elemSize, unsigned chunkBytes) {
         Refill(*cache);
         return cache->Pop();
     }
-    if (!freeList) freeList = pool_pop_magazine(full);
+    if (!freeList) freeList = PopMagazine(full);
     void* const element = freeList;
-    freeList = pool_word(element, 0);
+    freeList = PoolWord(element, 0);
     return element;
 }
 
@@ -84,7 +84,7 @@ void Pool::FreeSlow(void* element) {
     PoolCache* const cache = OpenCache();
     if (!cache) {
         Lock const lock(*this);
-        pool_set_word(element, 0, freeList);
+        SetPoolWord(element, 0, freeList);
         freeList = element;
         return;
     }
@@ -125,7 +125,7 @@ void Pool::AddChunk(unsigned elemSize, unsigned chunkBytes) {
 
     char* const first = static_cast<char*>(chunks->memory);
     for (std::size_t i = count; i-- > 0;) {
-        pool_set_word(first + i * stride, 0, freeList);
+        SetPoolWord(first + i * stride, 0, freeList);
         freeList = first + i * stride;
     }
 }
@@ -134,16 +134,16 @@ void Pool::AddChunk(unsigned elemSize, unsigned chunkBytes) {
 // The pool has some.
 void Pool::Refill(PoolCache& cache) {
     if (full) {
-        cache.first = pool_pop_magazine(full);
+        cache.first = PopMagazine(full);
         cache.count = kPoolBatch;
         return;
     }
     void* end = freeList;
     cache.first = end;
-    for (cache.count = 1; cache.count < kPoolBatch && pool_word(end, 0); ++cache.count)
-        end = pool_word(end, 0);
-    freeList = pool_word(end, 0);
-    pool_set_word(end, 0, nullptr);
+    for (cache.count = 1; cache.count < kPoolBatch && PoolWord(end, 0); ++cache.count)
+        end = PoolWord(end, 0);
+    freeList = PoolWord(end, 0);
+    SetPoolWord(end, 0, nullptr);
 }
 
 // Moves the full magazines of a cache, but for the `keep` topmost ones, to the pool.
@@ -151,17 +151,17 @@ void Pool::Drain(PoolCache& cache, unsigned keep) {
     if (cache.magazines <= keep) return;
     void* kept = nullptr;
     void* given = cache.full;
-    for (unsigned i = 0; i < keep; ++i) given = pool_word(kept = given, 1);
+    for (unsigned i = 0; i < keep; ++i) given = PoolWord(kept = given, 1);
     void* bottom = given;
-    while (void* const below = pool_word(bottom, 1)) bottom = below;
+    while (void* const below = PoolWord(bottom, 1)) bottom = below;
     if (kept)
-        pool_set_word(kept, 1, nullptr);
+        SetPoolWord(kept, 1, nullptr);
     else
         cache.full = nullptr;
     cache.magazines = keep;
 
     Lock const lock(*this);
-    pool_set_word(bottom, 1, full);
+    SetPoolWord(bottom, 1, full);
     full = given;
 }
 
@@ -170,10 +170,10 @@ void Pool::TakeBack(PoolCache& cache) {
     Drain(cache, 0);
     if (cache.count == 0) return;
     void* end = cache.first;
-    while (void* const next = pool_word(end, 0)) end = next;
+    while (void* const next = PoolWord(end, 0)) end = next;
 
     Lock const lock(*this);
-    pool_set_word(end, 0, freeList);
+    SetPoolWord(end, 0, freeList);
     freeList = cache.first;
     cache.first = nullptr;
     cache.count = 0;

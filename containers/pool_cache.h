@@ -18,8 +18,10 @@
 #ifndef KORBASE_CONTAINERS_POOL_CACHE_H
 #define KORBASE_CONTAINERS_POOL_CACHE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <new>
 
 #include "containers/pool.h"
 
@@ -37,45 +39,45 @@ constexpr std::uint32_t kPoolClosed = ~std::uint32_t{0};
 
 // The first word of a free element points to the next, the second is free for its magazine. They
 // are read and written as bytes, since they lie in storage that had and will have other types.
-inline void* pool_word(void const* element, unsigned i) {
+inline void* PoolWord(void const* element, unsigned i) {
     void* word;
     std::memcpy(&word, static_cast<char const*>(element) + i * sizeof word, sizeof word);
     return word;
 }
-inline void pool_set_word(void* element, unsigned i, void* word) {
+inline void SetPoolWord(void* element, unsigned i, void* word) {
     std::memcpy(static_cast<char*>(element) + i * sizeof word, &word, sizeof word);
 }
 
 // Takes the topmost magazine off a stack of full ones that is not empty.
-inline void* pool_pop_magazine(void*& full) {
+inline void* PopMagazine(void*& full) {
     void* const magazine = full;
-    full = pool_word(magazine, 1);
+    full = PoolWord(magazine, 1);
     return magazine;
 }
 
 struct PoolCache {
     void* Pop() {
         void* const element = first;
-        first = pool_word(element, 0);
+        first = PoolWord(element, 0);
         --count;
         return element;
     }
     void Push(void* element) {
-        pool_set_word(element, 0, first);
+        SetPoolWord(element, 0, first);
         first = element;
         ++count;
     }
 
     // The topmost full magazine becomes the open one, which was empty.
     void OpenMagazine() {
-        first = pool_pop_magazine(full);
+        first = PopMagazine(full);
         count = kPoolBatch;
         --magazines;
     }
 
     // The open magazine, which is full, goes on top of the full ones; an empty one is opened.
     void CloseMagazine() {
-        pool_set_word(first, 1, full);
+        SetPoolWord(first, 1, full);
         full = first;
         ++magazines;
         first = nullptr;
@@ -114,6 +116,22 @@ public:
         if (cache.lease != lease || cache.count == kPoolBatch || !element)
             return pool.FreeSlow(element);
         cache.Push(element);
+    }
+
+    // What operator new and delete of an element class do: elements of exactly its size come from
+    // `pool`, others (of derived classes) from the general heap.
+    template <class Element>
+    static void* New(Pool& pool, std::size_t size) {
+        constexpr unsigned kChunkBytes = 8192;
+        return size == sizeof(Element) ? Alloc(pool, sizeof(Element), kChunkBytes)
+                                       : ::operator new(size);
+    }
+    template <class Element>
+    static void Delete(Pool& pool, void* element, std::size_t size) {
+        if (size == sizeof(Element))
+            Free(pool, element);
+        else
+            ::operator delete(element);
     }
 };
 

@@ -1,6 +1,5 @@
 #include "containers/slist.h"
 
-#include <new>
 #include <utility>
 
 #include "containers/pool_cache.h"
@@ -9,41 +8,29 @@ using korbase_detail::PoolAccess;
 
 namespace {
 
-unsigned const kChunkBytes = 8192;
 Pool node_pool;
 
-auto matches(int (*cmp)(void*, void const*), void const* key) {
+auto Matches(int (*cmp)(void*, void const*), void const* key) {
     return [cmp, key](slink_t const* node) { return cmp(node->Data(), key) == 0; };
 }
 
-auto on_data(int (*cmp)(void*, void const*)) {
+auto OnData(int (*cmp)(void*, void const*)) {
     return [cmp](slink_t const* a, slink_t const* b) { return cmp(a->Data(), b->Data()); };
 }
 
 // Frees a node that is out of its list and returns its data; null gives null.
-void* drop(slink_t* node) {
+void* Drop(slink_t* node) {
     void* const data = node ? node->Data() : nullptr;
     delete node;
     return data;
 }
 
-void free_ring(slink_t* last) {
-    korbase_detail::Ring<slink_t>::Loop(last, [](slink_t* node) {
-        delete node;
-        return 0;
-    });
-}
-
 }  // namespace
 
-void* slink_t::operator new(std::size_t size) {
-    if (size != sizeof(slink_t)) return ::operator new(size);
-    return PoolAccess::Alloc(node_pool, sizeof(slink_t), kChunkBytes);
-}
+void* slink_t::operator new(std::size_t size) { return PoolAccess::New<slink_t>(node_pool, size); }
 
 void slink_t::operator delete(void* node, std::size_t size) {
-    if (size != sizeof(slink_t)) return ::operator delete(node);
-    PoolAccess::Free(node_pool, node);
+    PoolAccess::Delete<slink_t>(node_pool, node, size);
 }
 
 slist_t::~slist_t() { clear(); }
@@ -70,29 +57,29 @@ void slist_t::insert(void* data) { Ring::PutFirst(last, new slink_t(data)); }
 void slist_t::append(slist_t& other) { Ring::SpliceLast(last, other.last); }
 void slist_t::insert(slist_t& other) { Ring::SpliceFirst(last, other.last); }
 
-void* slist_t::removeTop() { return drop(Ring::TakeAfter(last, last)); }
-void* slist_t::removeBottom() { return drop(Ring::TakeAfter(last, Ring::BeforeLast(last))); }
+void* slist_t::removeTop() { return Drop(Ring::TakeAfter(last, last)); }
+void* slist_t::removeBottom() { return Drop(Ring::TakeAfter(last, Ring::BeforeLast(last))); }
 
 void* slist_t::remove(int (*cmp)(void*, void const*), void const* key) {
-    return drop(Ring::TakeAfter(last, Ring::FindBefore(last, matches(cmp, key))));
+    return Drop(Ring::TakeAfter(last, Ring::FindBefore(last, Matches(cmp, key))));
 }
 
 int slist_t::removeLoop(int (*cmp)(void*, void const*), void const* key,
                         int (*release)(void*, void*), void* arg) {
-    return Ring::TakeAll(last, matches(cmp, key), [release, arg](slink_t* node) {
-        void* const data = drop(node);
+    return Ring::TakeAll(last, Matches(cmp, key), [release, arg](slink_t* node) {
+        void* const data = Drop(node);
         if (release) release(data, arg);
     });
 }
 
-void slist_t::clear() { free_ring(std::exchange(last, nullptr)); }
+void slist_t::clear() { Ring::DeleteAll(std::exchange(last, nullptr)); }
 
 int slist_t::loop(int (*fn)(void*, void*), void* arg) {
     return Ring::Loop(last, [fn, arg](slink_t* node) { return fn(node->data, arg); });
 }
 
 slink_t* slist_t::Findl(int (*cmp)(void*, void const*), void const* key) const {
-    return Ring::Find(last, matches(cmp, key));
+    return Ring::Find(last, Matches(cmp, key));
 }
 
 void* slist_t::find(int (*cmp)(void*, void const*), void const* key) const {
@@ -123,17 +110,17 @@ void slist_t::Uniq(int (*cmp)(void*, void const*)) {
     if (kept == end) return;
     kept->next = end->next;
     end->next = surplus;
-    free_ring(end);
+    Ring::DeleteAll(end);
 }
 
-void slist_t::Sort(int (*cmp)(void*, void const*)) { Ring::Sort(last, on_data(cmp)); }
+void slist_t::Sort(int (*cmp)(void*, void const*)) { Ring::Sort(last, OnData(cmp)); }
 
 slink_t* slist_t::mergesort(slink_t* c, slink_t* z, int (*cmp)(void*, void const*)) {
-    return Ring::MergeSort(c, z, on_data(cmp));
+    return Ring::MergeSort(c, z, OnData(cmp));
 }
 
 slink_t* slist_t::merge(slink_t* a, slink_t* b, slink_t* z, int (*cmp)(void*, void const*)) {
-    return Ring::Merge(a, b, z, on_data(cmp));
+    return Ring::Merge(a, b, z, OnData(cmp));
 }
 
 void* slist_t::operator[](int i) const {

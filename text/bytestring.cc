@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr unsigned kChunkBytes = 8192;
-
 Pool records;
 
 // `length` bytes, null for 0. Lengths end at 32 bits on both targets.
@@ -50,15 +48,11 @@ ByteString Replaced(ByteString const& bytes, Wanted const& wanted, char to) {
 }  // namespace
 
 void* ByteString::Srep::operator new(std::size_t size) {
-    if (size != sizeof(Srep)) return ::operator new(size);
-    return korbase_detail::PoolAccess::Alloc(records, sizeof(Srep), kChunkBytes);
+    return korbase_detail::PoolAccess::New<Srep>(records, size);
 }
 
 void ByteString::Srep::operator delete(void* record, std::size_t size) {
-    if (size == sizeof(Srep))
-        korbase_detail::PoolAccess::Free(records, record);
-    else
-        ::operator delete(record);
+    korbase_detail::PoolAccess::Delete<Srep>(records, record, size);
 }
 
 ByteString::ByteString(unsigned n) : rep(nullptr) {

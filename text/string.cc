@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr unsigned kChunkBytes = 8192;
 constexpr unsigned kCollectRoom = 1024;
 
 Pool records;
@@ -46,11 +45,14 @@ std::unique_ptr<char[]> JoinText(char const* a, char const* b) {
 
 bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
-void* TakeRecord() {
-    return korbase_detail::PoolAccess::Alloc(records, sizeof(String_t::Srep), kChunkBytes);
+// Inline, unlike the exported operators, which call them.
+void* TakeRecord(std::size_t size = sizeof(String_t::Srep)) {
+    return korbase_detail::PoolAccess::New<String_t::Srep>(records, size);
 }
 
-void GiveRecord(void* record) { korbase_detail::PoolAccess::Free(records, record); }
+void GiveRecord(void* record, std::size_t size = sizeof(String_t::Srep)) {
+    korbase_detail::PoolAccess::Delete<String_t::Srep>(records, record, size);
+}
 
 // A record with `text`, or null, for one string. The text is released once there is a record.
 String_t::Srep* NewRecord(std::unique_ptr<char[]> text) {
@@ -84,16 +86,9 @@ String_t Changed(String_t const& s, Change const& change) {
 
 }  // namespace
 
-void* String_t::Srep::operator new(std::size_t size) {
-    return size == sizeof(Srep) ? TakeRecord() : ::operator new(size);
-}
+void* String_t::Srep::operator new(std::size_t size) { return TakeRecord(size); }
 
-void String_t::Srep::operator delete(void* record, std::size_t size) {
-    if (size == sizeof(Srep))
-        GiveRecord(record);
-    else
-        ::operator delete(record);
-}
+void String_t::Srep::operator delete(void* record, std::size_t size) { GiveRecord(record, size); }
 
 String_t::String_t(char const* s) : rep(nullptr) {
     if (s) rep = NewRecord(CopyText(s, std::strlen(s)));

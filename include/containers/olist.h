@@ -109,6 +109,14 @@ public:
 protected:
     using Ring = korbase_detail::Ring<olink_t>;
 
+    // Deletes every link that `match` accepts and returns how many there were; not before the last
+    // comparison, since what they are compared with may lie in one of them.
+    template <class Match>  // bool Match(olink_t const* link)
+    int Discard(Match match) {
+        olist_t doomed;
+        return Ring::TakeAll(last, match, [&doomed](olink_t* link) { doomed.append(link); });
+    }
+
     olink_t* last;  // null when empty
 };
 

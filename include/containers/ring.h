@@ -2,7 +2,7 @@
 // addressed by its last link, so that both ends are one step away; the empty list is a null `last`.
 //
 // Link has a member `next`, and `prev` too where kTwoWay is set; it makes Ring a friend. Nothing
-// here allocates or frees: a removed link belongs to whoever asked for it.
+// here allocates, and only DeleteAll frees: a removed link belongs to whoever asked for it.
 #ifndef KORBASE_CONTAINERS_RING_H
 #define KORBASE_CONTAINERS_RING_H
 
@@ -19,6 +19,13 @@ struct Ring {
     // The link behind `link`, or null if that is the last one.
     static Link* After(Link const* link, Link const* last) {
         return link == last ? nullptr : link->next;
+    }
+
+    static void DeleteAll(Link* last) {
+        Loop(last, [](Link* link) {
+            delete link;
+            return 0;
+        });
     }
 
     static int Len(Link const* last) {
