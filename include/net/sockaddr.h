@@ -42,8 +42,9 @@ public:
     ~SockAddr();
 
     // Looks up host and port for stream sockets of the family and takes the first address; an empty
-    // host gives the address for listening on every interface. A path of 108 characters or more is
-    // EINVAL, and there is no system address any more; the resolver's errors keep the one there is.
+    // host gives the address for listening on every interface. The resolver's errors keep the
+    // system address there is. A path of 108 characters or more is EINVAL, a first address that is
+    // neither IPv4 nor IPv6 EAFNOSUPPORT: then there is none any more.
     int Init();
     // Takes over a system address, its family included; `address` is the head of a whole structure
     // of its family. The host becomes the numeric address, or if `lookup` is not 0, the name found

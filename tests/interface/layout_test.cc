@@ -179,6 +179,16 @@ CONSISTS(SockIO::SockAddrUn, kTable, FIELD(SockIO::SockAddrUn, sockaddr_un, addr
 static_assert(sizeof(SockIO::PollFd) == sizeof(pollfd));
 CONSISTS(ClientSocketBase, kTable, FIELD(ClientSocketBase, int, fd));
 BEGINS(ServerSocketBase, kTable, FIELD(ServerSocketBase, int, fd));
+constexpr std::size_t kClientEnd = FIELD(ClientSocketBase, int, fd).End();
+constexpr std::size_t kServerEnd = FIELD(ServerSocketBase, int, fd).End();
+CONSISTS(ClientSocketIn, kClientEnd, FIELD(ClientSocketIn, SockIO::SockAddr, remote),
+         FIELD(ClientSocketIn, SockIO::SockAddr, local));
+CONSISTS(ClientSocketUn, kClientEnd, FIELD(ClientSocketUn, String_t, path),
+         FIELD(ClientSocketUn, sockaddr_un, addr));
+CONSISTS(ServerSocketIn, kServerEnd, FIELD(ServerSocketIn, SockIO::SockAddr, addr),
+         FIELD(ServerSocketIn, int, last_port));
+CONSISTS(ServerSocketUn, kServerEnd, FIELD(ServerSocketUn, String_t, path),
+         FIELD(ServerSocketUn, sockaddr_un, addr));
 BEGINS(SockStream, kTable, FIELD(SockStream, unsigned, status), FIELD(SockStream, unsigned, mask),
        FIELD(SockStream, unsigned, timeout), FIELD(SockStream, int, fd));
 using Bytes = Buffer<char>;

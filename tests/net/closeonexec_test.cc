@@ -3,9 +3,8 @@
 #include "tests/net/sockets.h"
 
 TEST(SetCloseOnExec, SetsTheFlagAndReturnsTheError) {
-    UniqueFd const fd(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0));
     for (auto* set : {SockIO::SetCloseOnExec, SockIO::setCloseOnExec}) {
-        fcntl(fd.Get(), F_SETFD, 0);
+        UniqueFd const fd(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0));
         EXPECT_TRUE(set(fd.Get()) == 0 && fcntl(fd.Get(), F_GETFD) == FD_CLOEXEC);
         EXPECT_TRUE((fcntl(fd.Get(), F_GETFL) & O_NONBLOCK) && set(-1) == EBADF);
     }

@@ -1,27 +1,64 @@
 #include "net/hostname.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <netdb.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <string_view>
 
-TEST(Hostname, NamesAndAddressesOfHosts) {
+#include "net/sockaddr.h"
+
+// In this program "46x.test" has an IPv4 and an IPv6 address and one of another family, in this
+// order; names of other hosts go to the system.
+extern "C" int getaddrinfo(char const* host, char const* service, addrinfo const* hints,
+                           addrinfo** list) {
+    static auto const system =
+        reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+    std::string_view const name(host ? host : "");
+    std::size_t const end = name.find(".test");
+    if (end == name.npos) return system(host, service, hints, list);
+    *list = nullptr;
+    for (char letter : name.substr(0, end))
+        for (system(letter == '6' ? "::1" : "127.0.0.1", service, nullptr, list); *list;
+             list = &(*list)->ai_next)
+            if (letter == 'x') (*list)->ai_family = (*list)->ai_addr->sa_family = AF_PACKET;
+    return 0;
+}
+
+// The address of a host is its first IPv4 one; that of a socket is the first of all, and errors of
+// the resolver keep the one before.
+TEST(Hostname, ChoosesAmongTheAddressesOfHosts) {
+    char const *const four = "127.0.0.1", *const bad = "::1%none";
+    struct {
+        char const* host;
+        int error, name_error, init_error;
+        char const *ip, *socket_ip;
+    } const rows[] = {{"64.test", 0, EINVAL, 0, four, "::1"},
+                      {"46.test", 0, EINVAL, 0, four, four},
+                      {"x6.test", 0, EINVAL, EAFNOSUPPORT, "::1", nullptr},
+                      {"x.test", EINVAL, EINVAL, EAFNOSUPPORT, "old", nullptr},
+                      {".test", 0, EINVAL, 0, "old", "127.0.0.9"},
+                      {bad, EAI_NONAME, EAI_NONAME, EAI_NONAME, "old", "127.0.0.9"},
+                      {"localhost", 0, 0, 0, four, four}};
+    for (auto const& row : rows) {
+        String_t ip("old"), name("old");
+        EXPECT_EQ(row.error, SockIO::GetIpAddress(ip, row.host)) << row.host;
+        EXPECT_EQ(row.name_error, SockIO::GetCanonicalHostname(name, row.host)) << row.host;
+        EXPECT_TRUE(ip == row.ip && name == (row.name_error ? "old" : row.host)) << row.host;
+        SockIO::SockAddr address("127.0.0.9:1");
+        EXPECT_EQ(0, address.Init());
+        address.Host(row.host);
+        EXPECT_STREQ(row.socket_ip, address.IpAddr()) << row.host;
+        EXPECT_EQ(row.init_error, address.Init()) << row.host;
+    }
     char own[256];
+    String_t ip("");
     ASSERT_EQ(0, gethostname(own, sizeof own));
     EXPECT_STREQ(own, SockIO::GetHostname());
-    char const* const rows[][2] = {{"127.0.0.1", "127.0.0.1"},
-                                   {"::1", "::1"},
-                                   {"localhost", "127.0.0.1"},
-                                   {"", nullptr},
-                                   {nullptr, nullptr}};
-    for (auto const& [host, want] : rows) {
-        String_t ip("old"), name("old");
-        int const error = SockIO::GetIpAddress(ip, host);
-        EXPECT_TRUE(!error == !!want && ip == (want ? want : "old")) << error << ip;
-        EXPECT_EQ(!error, SockIO::GetCanonicalHostname(name, host) == 0 && name != "old");
-        EXPECT_EQ(host == nullptr, error == EINVAL);
-    }
-    String_t ip("");
     SockIO::GetIpAddress(ip, own);
     EXPECT_STREQ(ip, SockIO::GetIpAddress());
+    EXPECT_EQ(EINVAL, SockIO::GetIpAddress(ip, nullptr));
+    EXPECT_EQ(EINVAL, SockIO::GetCanonicalHostname(ip, nullptr));
 }

@@ -1,36 +1,58 @@
 #include "net/serversocket.h"
 
+#include <sys/syscall.h>
+#include <sys/wait.h>
+
 #include <chrono>
-#include <thread>
+#include <cstring>
+#include <list>
 
 #include "net/clientsocket.h"
 #include "tests/net/sockets.h"
 #include "tests/support/fresh_folder.h"
 
+static int backlog, listen_error;  // of the last listen() in this program; of the next ones
+
+extern "C" int listen(int fd, int count) noexcept {
+    backlog = count;
+    errno = listen_error;
+    return listen_error ? -1 : static_cast<int>(syscall(SYS_listen, fd, count));
+}
+
 namespace {
 
 using ServerSocket = SocketTest;
-using ServerSocketThreads = SocketTest;
 using SockIO::SockAddr;
 
-constexpr unsigned short kFirst = 20100;  // on a host of our own
+constexpr int kFirst = 20100;  // on a host of our own
 
-// Every pattern of ports in use, for ranges of 1 to 4 ports.
+void SearchAmong(int span, unsigned taken) {
+    std::list<ServerSocketIn> others;
+    for (int i = 0; i < 4; ++i)
+        if (taken >> i & 1) others.emplace_back(kFirst + i, OwnHost()).Listen(0);
+    int port = span ? getpid() % span : 0, tries = 0;
+    for (; taken >> port & 1 && tries <= span; ++tries) port = (port + 1) % (span + 1);
+    bool const want = tries <= span;
+    ServerSocketIn server(kFirst, kFirst + span, OwnHost());
+    int const fd = server.Listen(0), error = errno;
+    EXPECT_TRUE(want ? IsPlain(fd) : fd == -1 && error == EADDRINUSE) << taken;
+    EXPECT_EQ(fd, server.Fd());
+    EXPECT_EQ(kFirst + (want ? port : 0), PortOf(server)) << taken;
+}
+
+// Every pattern of ports in use, for ranges of 1 to 4 ports, in several processes.
 TEST_F(ServerSocket, SearchesItsRangeFromAStartThatDependsOnTheProcess) {
-    for (int span = 0; span <= 3; ++span)
-        for (unsigned taken = 0; taken < 2u << span; ++taken) {
-            std::vector<BoundSocket> others;
-            int port = span ? getpid() % span : 0, tries = 0;
-            for (; taken >> port & 1 && tries <= span; ++tries) port = (port + 1) % (span + 1);
-            for (unsigned i = 0; i < 4; ++i)
-                if (taken >> i & 1) others.emplace_back(static_cast<unsigned short>(kFirst + i));
-            bool const want = tries <= span;
-            ServerSocketIn server(kFirst, kFirst + span, OwnHost());
-            int const fd = server.Listen(0), error = errno;
-            EXPECT_TRUE(want ? IsPlain(fd) : fd == -1 && error == EADDRINUSE) << taken;
-            EXPECT_EQ(fd, server.Fd());
-            EXPECT_EQ(kFirst + (want ? port : 0), SockAddr(server.RefString()).Port()) << taken;
-        }
+    for (int processes = 0; processes < 6; ++processes) {
+        pid_t const child = fork();
+        for (int span = 0; child == 0 && span <= 3; ++span)
+            for (unsigned taken = 0; taken < 2u << span; ++taken) SearchAmong(span, taken);
+        if (child == 0) _exit(HasFailure());
+        int status = -1;
+        EXPECT_TRUE(waitpid(child, &status, 0) == child && status == 0);
+    }
+    ServerSocketIn last(65535, OwnHost()), server(65535, 65536, OwnHost());
+    EXPECT_TRUE(last.Listen(0) >= 0 && server.Listen(0) >= 0)
+        << "the port after the last one is 0: any port";
 }
 
 TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
@@ -41,7 +63,7 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     ASSERT_TRUE(server.Listen(1) >= 0 && server.GetSocketName(bound) == 0 && bound.Port() != 0);
     EXPECT_TRUE(server.Port(1) == 0 && server.Hostname("other") == "" && server);
     EXPECT_STREQ(bound.ToString(), server.RefString());
-    EXPECT_EQ(FD_CLOEXEC, fcntl(server.Fd(), F_GETFD));
+    EXPECT_TRUE(fcntl(server.Fd(), F_GETFD) == FD_CLOEXEC && backlog == 1024);
     server.Close();
     EXPECT_TRUE(server.Fd() == -1 && before == OpenDescriptors());
     EXPECT_TRUE(server.Listen(0) == -1 && errno == EINVAL) << "the last port is below the first";
@@ -54,6 +76,8 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     fails(ServerSocketIn(0, host, AF_INET6), EAI_ADDRFAMILY);
     fails(ServerSocketIn(0, "192.0.2.77"), EADDRNOTAVAIL);
     fails(ServerSocketIn(kFirst, kFirst - 1, host), EINVAL);
+    fails(ServerSocketIn(0, host), listen_error = EPERM);
+    listen_error = 0;
     {
         NoDescriptors const limit;
         EXPECT_TRUE(fixed.Listen(0) == -1 && errno == EMFILE);
@@ -63,76 +87,87 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     EXPECT_TRUE(before + 2 == OpenDescriptors() && parsed.Listen(0) >= 0 && ServerSocketIn("/a"));
 }
 
-// Each way to accept gives the same connection, and those with a caller its address.
+// The ways to accept, and what they store.
+struct Acceptor : ServerSocketIn {
+    SockAddr caller = SockAddr(7, 0);
+    sockaddr_in four = {0, 7, {}, {}};
+
+    using ServerSocketIn::ServerSocketIn;
+    int By(int way, unsigned seconds) {
+        return way == 0   ? Accept()
+               : way == 1 ? AcceptConnection(caller)
+               : way == 2 ? AcceptConnection(four)
+               : way == 3 ? Accept(seconds)
+               : way == 4 ? AcceptConnection(caller, seconds)
+                          : AcceptConnection(four, seconds);
+    }
+    bool AllFail(int way, unsigned seconds, int error) {  // from this way on
+        while (way < 6 && By(way, seconds) == -1 && errno == error) ++way;
+        return way == 6;
+    }
+};
+
+// Each way gives the same connection, and those with a caller its address.
 TEST_F(ServerSocket, AcceptsAndTellsTheCaller) {
     FreshFolder const folder;
     for (String_t const& ref : {OwnHost() + ":0", String_t("./sock")}) {
-        ServerSocketIn server(ref);
-        ASSERT_GE(server.Listen(0), 0);
-        for (int form = 0; form < 6; ++form) {
-            SockAddr caller(7, 0), own;
-            sockaddr_in four = {};
-            UniqueFd const fd(ClientSocketIn(server.RefString()).Connect());
-            UniqueFd const accepted(form == 0   ? server.Accept()
-                                    : form == 1 ? server.Accept(1)
-                                    : form == 2 ? server.AcceptConnection(caller)
-                                    : form == 3 ? server.AcceptConnection(caller, 2147483)
-                                    : form == 4 ? server.AcceptConnection(four)
-                                                : server.AcceptConnection(four, 1));
-            ASSERT_TRUE(fd && accepted && IsPlain(accepted.Get()) && IsPlain(server.Fd())) << form;
+        Acceptor to(ref);
+        ASSERT_GE(to.Listen(0), 0);
+        for (int way = 0; way < 6; ++way) {
+            to.caller = SockAddr(7, 0);
+            to.four = {};
+            SockAddr own;
+            UniqueFd const fd(ClientSocketIn(to.RefString()).Connect());
+            UniqueFd const accepted(to.By(way, way == 4 ? 2147483 : 1));
+            ASSERT_TRUE(fd && IsPlain(accepted.Get()) && IsPlain(to.Fd())) << way;
             ASSERT_EQ(0, ClientSocketIn::GetSocketName(fd.Get(), own));
-            EXPECT_EQ(form == 2 || form == 3, caller.Rep() && caller.ToString() == own.ToString());
+            EXPECT_EQ(way % 3 == 1, to.caller.Rep() && to.caller.ToString() == own.ToString());
             String_t name, ip, name_of_four, ip_of_four;
             unsigned short port = 9, port_of_four = 9;
-            EXPECT_EQ(0, server.GetCaller(accepted.Get(), name, ip, port));
+            EXPECT_EQ(0, to.GetCaller(accepted.Get(), name, ip, port));
             EXPECT_TRUE(ip == own.Host() && port == own.Port() && name == own.GetHostname());
-            server.DecodeCaller(four, name_of_four, ip_of_four, port_of_four);
-            EXPECT_EQ(form > 3, name_of_four == name && ip_of_four == ip && port_of_four == port);
+            to.DecodeCaller(to.four, name_of_four, ip_of_four, port_of_four);
+            EXPECT_EQ(way % 3 == 2,
+                      name_of_four == name && ip_of_four == ip && port_of_four == port);
         }
     }
 }
 
 TEST_F(ServerSocket, ReportsWhyNothingWasAccepted) {
-    ServerSocketIn server(0, OwnHost());
-    SockAddr caller(7, 0);
-    sockaddr_in four = {};
-    four.sin_port = 7;
-    EXPECT_TRUE(server.Accept() == -1 && errno == EBADF);
-    EXPECT_TRUE(server.Accept(0) == -1 && errno == EBADF);
-    EXPECT_TRUE(server.AcceptConnection(four, 0) == -1 && errno == EBADF && four.sin_port == 7);
-    EXPECT_TRUE(server.AcceptConnection(four) == -1 && errno == EBADF && four.sin_port == 0);
-    int const listening = server.Listen(0);
-    EXPECT_TRUE(server.Accept(2147484) == -1 && errno == EINVAL);
-    EXPECT_TRUE(server.AcceptConnection(caller, 4294967295) == -1 && errno == EINVAL);
+    Acceptor to(0, OwnHost());
+    SockAddr& caller = to.caller;
+    EXPECT_TRUE(to.AllFail(3, 0, EBADF) && caller.Port() == 7 && to.four.sin_port == 7);
+    EXPECT_TRUE(to.AllFail(0, 0, EBADF) && caller.Port() == 0 && to.four.sin_port == 0);
+    int const listening = to.Listen(0);
+    EXPECT_TRUE(to.AllFail(3, 2147484, EINVAL) && to.AllFail(3, 4294967295, EINVAL));
     {
         Interrupts const signals;
-        EXPECT_TRUE(server.Accept() == -1 && errno == EINTR);
-        EXPECT_TRUE(server.Accept(0) == -1 && errno == EINTR);
-        EXPECT_TRUE(server.AcceptConnection(caller, 0) == -1 && errno == EINTR);
+        EXPECT_TRUE(to.AllFail(0, 0, EINTR));
     }
-    UniqueFd client(ClientSocketIn(server.RefString()).Connect());
+    UniqueFd client(ClientSocketIn(to.RefString()).Connect());
+    unsigned short port = 9;
+    caller.Port(port);
     {
         NoDescriptors const limit;
-        EXPECT_TRUE(server.Accept(1) == -1 && errno == EMFILE && IsPlain(listening));
-        EXPECT_TRUE(server.AcceptConnection(caller, 1) == -1 && errno == EMFILE);
-        EXPECT_TRUE(!IsPlain(listening) && caller.Port() == 7) << "left non-blocking";
-        EXPECT_TRUE(server.AcceptConnection(caller) == -1 && caller.Port() == 0 && !caller.Rep());
+        EXPECT_TRUE(to.Accept(1) == -1 && errno == EMFILE && IsPlain(listening));
+        EXPECT_TRUE(to.AllFail(4, 1, EMFILE) && !IsPlain(listening)) << "left non-blocking";
+        EXPECT_EQ(port, caller.Port());
     }
     linger const reset = {1, 0};  // the caller is gone, nobody else is waited for
     setsockopt(client.Get(), SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
     client.Reset();
-    UniqueFd const accepted(server.AcceptConnection(caller, 1));
-    EXPECT_TRUE(IsPlain(accepted.Get()) && server.Accept() == -1 && errno == EAGAIN);
+    UniqueFd const accepted(to.By(4, 1));
+    EXPECT_TRUE(IsPlain(accepted.Get()) && to.Accept() == -1 && errno == EAGAIN);
     String_t name("n"), ip;
-    unsigned short port = caller.Port(), kept = port;
-    EXPECT_TRUE(server.GetCaller(accepted.Get(), caller) == -1 && caller.Port() == kept);
-    EXPECT_TRUE(server.GetCaller(accepted.Get(), name, ip, port) == -1 && name == "n");
+    port = caller.Port();
+    EXPECT_TRUE(to.GetCaller(accepted.Get(), caller) == -1 && caller.Port() == port);
+    EXPECT_TRUE(to.GetCaller(accepted.Get(), name, ip, port) == -1 && name == "n");
 
     int ends[2];  // in place of the listener something that is ready for all but reading
     ASSERT_TRUE(pipe(ends) == 0 && dup2(ends[1], listening) == listening && close(ends[1]) == 0);
-    EXPECT_TRUE(server.AcceptConnection(caller, 1) == -1 && errno == EINVAL);
+    EXPECT_TRUE(to.AllFail(4, 1, EINVAL));
     close(ends[0]);
-    EXPECT_TRUE(server.Accept(1) == -1 && errno == EINVAL);
+    EXPECT_TRUE(to.AllFail(3, 1, EINVAL));
 }
 
 TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
@@ -141,17 +176,14 @@ TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
     {
         ServerSocketUn server("sock");
         ASSERT_TRUE(server.Listen(1) >= 0 && fcntl(server.Fd(), F_GETFD) == FD_CLOEXEC);
-        SockAddr to("sock", 0, AF_UNIX), from("client", 0, AF_UNIX);
-        ASSERT_TRUE(to.Init() == 0 && from.Init() == 0);
-        UniqueFd const bound(socket(AF_UNIX, SOCK_STREAM, 0)),
-            other(ClientSocketUn("sock").Connect());
-        ASSERT_EQ(0, bind(bound.Get(), from.Get(), from.Size()));
-        ASSERT_EQ(0, connect(bound.Get(), to.Get(), to.Size()));
-        sockaddr_un first, second;
-        UniqueFd const plain(server.AcceptConnection(first)),
-            timed(server.AcceptConnection(second, 1));
-        EXPECT_TRUE(IsPlain(plain.Get()) && IsPlain(timed.Get()) && first.sun_family == AF_UNIX);
-        EXPECT_TRUE(String_t("") == first.sun_path && String_t("client") == second.sun_path);
+        sockaddr_un callers[2], unnamed = {AF_UNIX, {}};
+        std::memset(callers, 'x', sizeof callers);
+        UniqueFd const one(ClientSocketUn("sock").Connect()), two(ClientSocketUn("sock").Connect());
+        UniqueFd const plain(server.AcceptConnection(callers[0]));
+        UniqueFd const timed(server.AcceptConnection(callers[1], 1));
+        EXPECT_TRUE(IsPlain(plain.Get()) && IsPlain(timed.Get()));
+        for (auto const& caller : callers)
+            EXPECT_EQ(0, std::memcmp(&unnamed, &caller, sizeof caller));
     }
     ServerSocketUn stale("sock");
     EXPECT_TRUE(exists() && stale.Listen(0) == -1 && errno == EADDRINUSE && stale.Fd() == -1);
@@ -160,27 +192,17 @@ TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
     EXPECT_TRUE(!exists() && stale.Listen(0) >= 0 && exists() && stale.RefString() == "sock");
     static_cast<ServerSocketBase&>(stale).Close();
     EXPECT_TRUE(!exists() && before == OpenDescriptors());
+    listen_error = EPERM;
+    EXPECT_TRUE(stale.Listen(0) == -1 && errno == EPERM && stale.Fd() == -1 && backlog == 5);
+    listen_error = 0;
 }
 
-// All that takes its full second, at the same time.
-TEST_F(ServerSocketThreads, TimeOutsEndAfterTheirSeconds) {
-    FullListener const full;
-    ClientSocketIn client(full.address.Port(), full.address.Host());
-    ServerSocketIn plain(0, OwnHost()), told(0, OwnHost());
-    ASSERT_TRUE(plain.Listen(0) >= 0 && told.Listen(0) >= 0);
-    SockAddr caller;
-    std::vector<std::thread> threads;
-    for (int call = 0; call < 3; ++call)
-        threads.emplace_back([&, call] {
-            auto const start = std::chrono::steady_clock::now();
-            int error = 0;
-            EXPECT_EQ(-1, call == 0   ? client.Connect(1, error)
-                          : call == 1 ? plain.Accept(1)
-                                      : told.AcceptConnection(caller, 1));
-            EXPECT_EQ(ETIMEDOUT, error ? error : errno);
-            EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(990));
-        });
-    for (std::thread& thread : threads) thread.join();
+TEST_F(ServerSocket, TimeOutsEndAfterTheirSeconds) {
+    Acceptor to(0, OwnHost());
+    ASSERT_GE(to.Listen(0), 0);
+    auto const start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(to.AllFail(4, 1, ETIMEDOUT) && IsPlain(to.Fd()));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1980));
 }
 
 }  // namespace

@@ -41,9 +41,8 @@ TEST(SockAddr, ReadsReferencesAndTakesOverAddresses) {
         assigned = *&assigned;
         bool const in = row.family != AF_UNIX;
         EXPECT_TRUE(assigned.Port(2) == row.port && assigned.Rep()->GetPort() == (in ? 2 : 0));
-        EXPECT_TRUE(copy.Rep()->GetPort() == row.port && assigned.Family() == row.family);
         copy.Rep()->SetPort(3);
-        EXPECT_EQ(row.port, copy.Port());
+        EXPECT_TRUE(copy.Port() == row.port && taken.Rep()->GetPort() == row.port);
         copy.AdjustPort();
         address = std::move(copy);
         EXPECT_TRUE(address.Port() == (in ? 3 : 0) && address.Host() == row.ip);
@@ -58,8 +57,6 @@ TEST(SockAddr, KeepsOrDropsItsAddressWhenAnotherIsNotFound) {
     ASSERT_TRUE(address.Init() == 0 && local.Init() == 0);
     address.Host("127.0.0.1");
     EXPECT_TRUE(address.IpAddr() == "::1" && address.Init() == EAI_ADDRFAMILY);
-    address.Host("::2");
-    EXPECT_STREQ("::2", address.IpAddr());
     local.Host(String_t(std::string(108, 'a')));
     EXPECT_TRUE(!local.Rep() && local.Init() == EINVAL && !local.Rep() && !local.Get());
 

@@ -7,16 +7,14 @@
 #include <netdb.h>
 #include <signal.h>
 #include <sys/resource.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "base/unique_fd.h"
-#include "net/sockaddr.h"
+#include "net/serversocket.h"
 
 using korbase_detail::UniqueFd;
 
@@ -36,44 +34,27 @@ inline bool IsPlain(int fd) {
 }
 
 inline String_t OwnHost() {
-    int const id = getpid();
-    std::string const high = std::to_string(id >> 14 & 127), mid = std::to_string(id >> 7 & 127);
-    return ("127." + high + '.' + mid + '.' + std::to_string((id & 127) + 1)).c_str();
+    auto const part = [](int shift) { return "." + std::to_string((getpid() >> shift & 127) + 1); };
+    return ("127" + part(14) + part(7) + part(0)).c_str();
 }
 
-// A socket bound to a port of the own host, 0 for any, and its address; nobody listens there.
-struct BoundSocket {
-    SockIO::SockAddr address;
-    UniqueFd fd;
+inline unsigned short PortOf(ServerSocketIn const& server) {
+    return SockIO::SockAddr(server.RefString()).Port();
+}
 
-    explicit BoundSocket(unsigned short port)
-        : address(OwnHost(), port, AF_INET), fd(socket(AF_INET, SOCK_STREAM, 0)) {
-        socklen_t size = sizeof(sockaddr_in);
-        EXPECT_TRUE(address.Init() == 0 && bind(fd.Get(), address.Get(), size) == 0);
-        EXPECT_EQ(0, getsockname(fd.Get(), address.Get(), &size));
-        address.AdjustPort();
-    }
-};
-
-// A listener without room for another connection: connecting to it does not end.
-struct FullListener : BoundSocket {
-    std::vector<UniqueFd> clients;
-
-    FullListener() : BoundSocket(0) {
-        for (listen(fd.Get(), 0); clients.size() < 3;) {
-            clients.emplace_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
-            connect(clients.back().Get(), address.Get(), address.Size());
-        }
-    }
-};
+// A port of the own host where nobody listens.
+inline unsigned short FreePort() {
+    ServerSocketIn server(0, OwnHost());
+    EXPECT_GE(server.Listen(0), 0);
+    return PortOf(server);
+}
 
 // No further descriptor can be opened.
 struct NoDescriptors {
-    rlimit before, lowest;
-
+    rlimit before;
     NoDescriptors() {
         getrlimit(RLIMIT_NOFILE, &before);
-        lowest = {static_cast<rlim_t>(UniqueFd(dup(0)).Get()), before.rlim_max};
+        rlimit const lowest = {static_cast<rlim_t>(UniqueFd(dup(0)).Get()), before.rlim_max};
         setrlimit(RLIMIT_NOFILE, &lowest);
     }
     ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &before); }
@@ -85,13 +66,9 @@ struct Interrupts {
         struct sigaction action = {};
         action.sa_handler = [](int) {};
         sigaction(SIGALRM, &action, nullptr);
-        Every(5000);
+        ualarm(5000, 5000);
     }
-    ~Interrupts() { Every(0); }
-    static void Every(int microseconds) {
-        itimerval const timer = {{0, microseconds}, {0, microseconds}};
-        setitimer(ITIMER_REAL, &timer, nullptr);
-    }
+    ~Interrupts() { ualarm(0, 0); }
 };
 
 #endif
