@@ -64,6 +64,10 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     EXPECT_TRUE(server.Port(1) == 0 && server.Hostname("other") == "" && server);
     EXPECT_STREQ(bound.ToString(), server.RefString());
     EXPECT_TRUE(fcntl(server.Fd(), F_GETFD) == FD_CLOEXEC && backlog == 1024);
+    int reused = 0;
+    socklen_t size = sizeof reused;
+    getsockopt(server.Fd(), SOL_SOCKET, SO_REUSEADDR, &reused, &size);
+    EXPECT_EQ(1, reused) << "else a restarted server has to wait for its port";
     server.Close();
     EXPECT_TRUE(server.Fd() == -1 && before == OpenDescriptors());
     EXPECT_TRUE(server.Listen(0) == -1 && errno == EINVAL) << "the last port is below the first";
