@@ -21,7 +21,7 @@ def headers():
 
 def manual():
     """The pages of the plain functions: of all names in the list of symbols that are neither C++ nor data."""
-    symbols = (ROOT / "tests/interface/symbols.txt").read_text(encoding="utf-8").split("\n")
+    symbols = (ROOT / "cmake/symbols.txt").read_text(encoding="utf-8").split("\n")
     return {f"share/man/man3/{name}.3" for name in symbols if name.isidentifier() and name != "m2b"}
 
 
