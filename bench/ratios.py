@@ -20,20 +20,26 @@ def order(entry):
     return workload, [(int(n) if n.isdigit() else -1, n) for n in arguments.replace(":", " ").split()]
 
 
+def read(path):
+    try:
+        with open(path, encoding="utf-8") as file:
+            return json.load(file)["benchmarks"]
+    except (OSError, ValueError, KeyError) as error:
+        sys.exit(f"ratios.py: {path} holds no results: {error}")
+
+
 def main(paths):
     ours, peers = {}, {}
-    for path in paths:
-        with open(path) as file:
-            for benchmark in json.load(file)["benchmarks"]:
-                if benchmark.get("aggregate_name") != "median":
-                    continue
-                workload, subject, *arguments = benchmark["run_name"].split("/")
-                arguments = " ".join(a for a in arguments if a not in ("real_time", "process_time"))
-                arguments = benchmark.get("label") or arguments
-                if subject == "korbase":
-                    ours[workload, arguments] = nanoseconds(benchmark)
-                else:
-                    peers.setdefault((workload, arguments), {})[subject] = nanoseconds(benchmark)
+    for benchmark in (benchmark for path in paths for benchmark in read(path)):
+        if benchmark.get("aggregate_name") != "median":
+            continue
+        workload, subject, *arguments = benchmark["run_name"].split("/")
+        arguments = " ".join(a for a in arguments if a not in ("real_time", "process_time"))
+        arguments = benchmark.get("label") or arguments
+        if subject == "korbase":
+            ours[workload, arguments] = nanoseconds(benchmark)
+        else:
+            peers.setdefault((workload, arguments), {})[subject] = nanoseconds(benchmark)
     if not ours:
         sys.exit("ratios.py: no results")
     print("| workload | size | peer | ours, ns | peer, ns | ratio |")

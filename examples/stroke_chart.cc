@@ -1,5 +1,6 @@
-// Writes a chart of the stroke font and its markers as an SVG picture:  stroke_chart
-// >stroke-font.svg
+// Writes a chart of the stroke font and its markers to standard output, as an SVG picture:
+//
+//   stroke_chart >stroke-font.svg
 #include <geometry/stroke.h>
 
 #include <cmath>
@@ -53,7 +54,11 @@ void WriteMarker(int kind, int size, int x, int y) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char*[]) {
+    if (argc > 1) {
+        std::cerr << "usage: stroke_chart >FILE.svg\n";
+        return 1;
+    }
     std::string all;
     for (char c = ' '; c <= '~'; ++c) all += c;
 

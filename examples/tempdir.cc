@@ -4,7 +4,7 @@
 //   tempdir COMMAND [PATTERN]
 //
 // PATTERN picks from the names, "*" when not given. What the command prints is put behind the list.
-// The exit status is that of the command.
+// The exit status is that of the command, 1 where there is none.
 #include <glob.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -55,13 +55,13 @@ void Print(int fd) {
 int main(int argc, char* argv[]) {
     if (argc < 2 || argc > 3) {
         std::cerr << "usage: tempdir COMMAND [PATTERN]\n";
-        return 2;
+        return 1;
     }
     TempDir const folder("tempdir.", ".d");
     TempFile output("tempdir.", ".out");
     if (folder.Path().IsEmpty() || output.Fd() < 0) {
         std::cerr << "tempdir: cannot write to /tmp\n";
-        return 2;
+        return 1;
     }
     output.Unlink();  // only its descriptor is needed
     int const status = Run(argv[1], folder.Path(), output.Fd());

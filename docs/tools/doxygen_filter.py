@@ -85,6 +85,8 @@ def filtered(root, path):
 
 
 if __name__ == "__main__":
-    source = os.path.abspath(sys.argv[1])
+    source = os.path.abspath(sys.argv[-1])
+    if len(sys.argv) != 2 or "/include/" not in source or not os.path.isfile(source):
+        sys.exit("usage: doxygen_filter.py HEADER, which is below a folder include/")
     include = source.rindex("/include/") + len("/include")
     print("\n".join(filtered(source[:include], source[include + 1:])))

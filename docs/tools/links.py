@@ -7,8 +7,11 @@ import sys
 
 def targets(page):
     """The relative links of a page, those in code left out."""
-    with open(page, encoding="utf-8") as file:
-        text = re.sub(r"```.*?```|`[^`\n]*`", "", file.read(), flags=re.DOTALL)
+    try:
+        with open(page, encoding="utf-8") as file:
+            text = re.sub(r"```.*?```|`[^`\n]*`", "", file.read(), flags=re.DOTALL)
+    except OSError as error:
+        sys.exit(f"links.py: {error}")
     return [link for link in re.findall(r"\]\(([^)\s]+)\)", text) if not re.match(r"\w+:|#", link)]
 
 

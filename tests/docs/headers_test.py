@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """Which declarations a comment documents, and what becomes of it: headers_test.py"""
 import pathlib
 import sys
