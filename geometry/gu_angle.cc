@@ -2,7 +2,7 @@
 
 namespace {
 
-double const kPi = 3.141592653589793;
+constexpr double kPi = 3.141592653589793;
 
 }  // namespace
 

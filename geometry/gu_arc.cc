@@ -13,7 +13,7 @@ using korbase_detail::SaturateToInt32;
 
 namespace {
 
-double const kFullTurn = 6.283185307179586;
+constexpr double kFullTurn = 6.283185307179586;
 
 // Brings a sweep within a full turn. Ends also where a turn is lost in the size of the value.
 float ReduceSweep(float sweep) {

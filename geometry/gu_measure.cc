@@ -10,7 +10,7 @@ using korbase_detail::WrapSub;
 
 namespace {
 
-gu_coord_t const kHighest = 2147483647;
+constexpr gu_coord_t kHighest = 2147483647;
 
 int Next(int i, int count) { return i + 1 < count ? i + 1 : 0; }
 

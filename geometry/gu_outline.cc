@@ -14,8 +14,8 @@ int const m2b[4] = {0, 1, 2, 3};
 namespace {
 
 // Not the true tangents of 22.5 and 67.5 degrees: these digits decide.
-double const kFlat = 0.414213562373095;
-double const kSteep = 2.41421356237309;
+constexpr double kFlat = 0.414213562373095;
+constexpr double kSteep = 2.41421356237309;
 
 bool Same(gu_point_t const& a, gu_point_t const& b) { return a.x == b.x && a.y == b.y; }
 

@@ -8,7 +8,7 @@
 
 namespace korbase_detail {
 
-unsigned const kHeightChunkBytes = 16384;  // of the nodes' pools
+constexpr unsigned kHeightChunkBytes = 16384;  // of the nodes' pools
 
 template <class Node>
 int CompareHeight(bnode_t const* node, void const* key) {

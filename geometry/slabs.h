@@ -23,7 +23,7 @@ public:
     T* Get() { return many ? many.get() : few; }
 
 private:
-    static std::size_t const kFew = 128;
+    static constexpr std::size_t kFew = 128;
     T few[kFew];
     std::unique_ptr<T[]> many;
 };

@@ -22,11 +22,11 @@ struct Glyph {
     std::int32_t count;
 };
 
-int const kFontCharacters = 95;
-int const kFontMarkers = 13;
-int const kFontGlyphs = kFontCharacters + kFontMarkers;
-int const kFontPoints = 773;
-int const kMaxStrokePoints = 260;  // what a drawing buffer holds
+constexpr int kFontCharacters = 95;
+constexpr int kFontMarkers = 13;
+constexpr int kFontGlyphs = kFontCharacters + kFontMarkers;
+constexpr int kFontPoints = 773;
+constexpr int kMaxStrokePoints = 260;  // what a drawing buffer holds
 
 // The points of all strokes stand in one row, in the order of the table.
 extern std::array<Glyph, kFontGlyphs> const kStrokeFont;

@@ -116,16 +116,16 @@ std::time_t Parse(char const* text) {
 // Sets a stream to decimal numbers for its scope.
 class DecimalScope {
 public:
-    explicit DecimalScope(std::ios_base& stream) : stream_(stream), flags_(stream.flags()) {
+    explicit DecimalScope(std::ios_base& scoped) : stream(scoped), flags(scoped.flags()) {
         stream.setf(std::ios_base::dec, std::ios_base::basefield);
     }
     DecimalScope(DecimalScope const&) = delete;
     DecimalScope& operator=(DecimalScope const&) = delete;
-    ~DecimalScope() { stream_.flags(flags_); }
+    ~DecimalScope() { stream.flags(flags); }
 
 private:
-    std::ios_base& stream_;
-    std::ios_base::fmtflags flags_;
+    std::ios_base& stream;
+    std::ios_base::fmtflags flags;
 };
 
 }  // namespace

@@ -15,8 +15,8 @@
 
 namespace {
 
-char const kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
-char const kAlive[] = {'6', '5', '4', '3'};
+constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+constexpr char kAlive[] = {'6', '5', '4', '3'};
 constexpr unsigned kMostChars = 127;
 constexpr unsigned kSafeChars = 12;
 

@@ -51,6 +51,7 @@ public:
 
     // The extension begins at the last "." of the last component; a "." that is the first character
     // of the whole path begins none. Null paths and null extensions change nothing.
+
     // Adds `ext` unless the path ends with it.
     Pathname& SetExt(char const* ext);
     // Makes `ext` the extension, in place of another one.

@@ -114,6 +114,7 @@ public:
     // Replace the environment, for a program to be run; no other thread may use it meanwhile. Each
     // call allocates an array that is never freed. A TZ is kept with the value it had at the first
     // call that found one.
+
     // Only TZ stays. Kept: without TZ nothing is changed.
     static void ClearEnv();
     // PATH is /usr/bin:/bin, and TZ stays if there is one.

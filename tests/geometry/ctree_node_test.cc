@@ -1,8 +1,6 @@
 // The trees of heights of both decompositions, which differ in their names only.
 #include "geometry/ctree_node.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
 #include "geometry/octree_node.h"

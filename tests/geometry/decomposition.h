@@ -3,12 +3,8 @@
 #ifndef KORBASE_TESTS_GEOMETRY_DECOMPOSITION_H
 #define KORBASE_TESTS_GEOMETRY_DECOMPOSITION_H
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <generic/tvarr>
 #include <set>
-#include <tuple>
 
 #include "tests/geometry/points.h"
 

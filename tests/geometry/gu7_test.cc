@@ -1,4 +1,4 @@
-#include <geometry/gu_rects.h>
+#include "geometry/gu_rects.h"
 
 #include "tests/geometry/decomposition.h"
 

@@ -1,6 +1,6 @@
 #include "geometry/gu_angle.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,9 +1,5 @@
 #include "geometry/gu_arc.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "tests/geometry/points.h"
 
 namespace {

@@ -1,7 +1,5 @@
 #include "geometry/gu_intersection.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/geometry/points.h"
 
 namespace {

@@ -1,10 +1,5 @@
 #include "geometry/gu_measure.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-
 #include "tests/geometry/points.h"
 
 namespace {

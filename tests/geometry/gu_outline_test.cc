@@ -1,9 +1,5 @@
 #include "geometry/gu_outline.h"
 
-#include <gtest/gtest.h>
-
-#include <tuple>
-
 #include "tests/geometry/points.h"
 
 namespace {

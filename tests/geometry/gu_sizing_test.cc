@@ -1,10 +1,5 @@
 #include "geometry/gu_sizing.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-
 #include "tests/geometry/points.h"
 
 namespace {

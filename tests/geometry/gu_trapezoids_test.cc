@@ -1,6 +1,5 @@
 #include "geometry/gu_trapezoids.h"
 
-#include <cstdlib>
 #include <new>
 
 #include "tests/geometry/decomposition.h"

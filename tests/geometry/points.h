@@ -4,14 +4,10 @@
 
 #include <geometry/gu_types.h>
 
-#include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <ostream>
-#include <random>
-#include <sstream>
-#include <string>
-#include <vector>
+
+#include "tests/support/test.h"
 
 using Points = std::vector<gu_point_t>;
 

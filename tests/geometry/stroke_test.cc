@@ -1,18 +1,9 @@
 #include "geometry/stroke.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cctype>
-#include <cmath>
 #include <map>
-#include <random>
 #include <set>
-#include <sstream>
-#include <string>
 #include <thread>
-#include <utility>
-#include <vector>
 
 #include "tests/geometry/points.h"
 
@@ -180,27 +171,19 @@ TEST_F(StrokeTest, NothingToDrawOrNowhereToDrawItIsHarmless) {
 }
 
 TEST_F(StrokeTest, MarkersAreDrawnPointByPoint) {
-    std::string const dot = "0 0;", fall = "-3 3 3 -3;", rise = "-3 -3 3 3;", level = "-3 0 3 0;";
-    std::string const upright = "0 -3 0 3;", square = "-3 -3 3 -3 3 3 -3 3 -3 -3;";
-    std::string const diamond = "-3 0 0 -3 3 0 0 3 -3 0;";
-    std::string const plus = "-2 0 2 0; 0 -2 0 2;", asterisk = "0 -3 0 3; -3 -2 3 2; -3 2 3 -2;";
-    std::string const octagon = "-2 -2 -2 2 -2 3 2 3 3 2 3 -2 2 -3 -2 -3 -2 -2;";
-    std::string const kinds[] = {dot,
-                                 plus,
-                                 level + upright,
-                                 asterisk,
-                                 octagon,
-                                 rise + fall,
-                                 square,
-                                 diamond,
-                                 square + dot,
-                                 diamond + dot,
-                                 square + diamond,
-                                 rise + fall + square + diamond,
-                                 level + upright + diamond};
-    for (int kind = 0; kind <= 12; ++kind) {
+    // The strokes of each kind, in sevenths of the size.
+    std::istringstream kinds(
+        "0 0\n-2 0 2 0; 0 -2 0 2\n-3 0 3 0; 0 -3 0 3\n0 -3 0 3; -3 -2 3 2; -3 2 3 -2\n"
+        "-2 -2 -2 2 -2 3 2 3 3 2 3 -2 2 -3 -2 -3 -2 -2\n-3 -3 3 3; -3 3 3 -3\n"
+        "-3 -3 3 -3 3 3 -3 3 -3 -3\n-3 0 0 -3 3 0 0 3 -3 0\n"
+        "-3 -3 3 -3 3 3 -3 3 -3 -3; 0 0\n-3 0 0 -3 3 0 0 3 -3 0; 0 0\n"
+        "-3 -3 3 -3 3 3 -3 3 -3 -3; -3 0 0 -3 3 0 0 3 -3 0\n"
+        "-3 -3 3 3; -3 3 3 -3; -3 -3 3 -3 3 3 -3 3 -3 -3; -3 0 0 -3 3 0 0 3 -3 0\n"
+        "-3 0 3 0; 0 -3 0 3; -3 0 0 -3 3 0 0 3 -3 0");
+    int kind = 0;
+    for (std::string row; std::getline(kinds, row); ++kind) {
         Drawing want;
-        std::istringstream strokes(kinds[kind]);
+        std::istringstream strokes(row);
         for (std::string stroke; std::getline(strokes, stroke, ';');) {
             want.emplace_back();
             for (auto const& [x, y] : PointsOf(stroke))
@@ -212,9 +195,10 @@ TEST_F(StrokeTest, MarkersAreDrawnPointByPoint) {
             EXPECT_EQ(want, PlotMarker(10.0F, 20.0F)) << kind + high_bits;
         }
     }
-    for (int const kind : {13, -1, 65535, -65536 + 13, 2147483647}) {
-        EXPECT_EQ(kind, stroke_set_marker_attributes(kind, 7.0F));
-        EXPECT_TRUE(PlotMarker().empty()) << kind;
+    EXPECT_EQ(13, kind);
+    for (int const none : {13, -1, 65535, -65536 + 13, 2147483647}) {
+        EXPECT_EQ(none, stroke_set_marker_attributes(none, 7.0F));
+        EXPECT_TRUE(PlotMarker().empty()) << none;
     }
 }
 

@@ -20,7 +20,6 @@ namespace {
 struct Field {
     bool typed;
     std::size_t at, size, align;
-    constexpr std::size_t End() const { return at + size; }
 };
 
 constexpr std::size_t Aligned(std::size_t n, std::size_t align) {
@@ -32,194 +31,180 @@ constexpr std::size_t Aligned(std::size_t n, std::size_t align) {
 constexpr std::size_t EndOf(std::size_t start, std::initializer_list<Field> fields) {
     for (Field const& field : fields) {
         if (!field.typed || field.at != Aligned(start, field.align)) return 0;
-        start = field.End();
+        start = field.at + field.size;
     }
     return start;
 }
 
-#define FIELD(Class, Type, member)                                                            \
-    Field {                                                                                   \
-        std::is_same_v<decltype(Class::member), Type>, offsetof(Class, member), sizeof(Type), \
-            alignof(Type)                                                                     \
+#define FIELD(Type, member)                                                           \
+    Field {                                                                           \
+        std::is_same_v<decltype(C::member), Type>, offsetof(C, member), sizeof(Type), \
+            alignof(Type)                                                             \
     }
-// The class begins with these fields, `start` bytes from its beginning; or it consists of them.
-#define BEGINS(Class, start, ...) static_assert(EndOf(start, {__VA_ARGS__}) != 0, #Class)
+// Where the fields of a class end, the first of them `start` bytes from its beginning.
+#define END(Class, start, ...)              \
+    [] {                                    \
+        using C = Class;                    \
+        return EndOf(start, {__VA_ARGS__}); \
+    }()
+// The class begins with these fields; or it consists of them.
+#define BEGINS(Class, start, ...) static_assert(END(Class, start, __VA_ARGS__) != 0, #Class)
 #define CONSISTS(Class, start, ...) \
-    static_assert(Aligned(EndOf(start, {__VA_ARGS__}), alignof(Class)) == sizeof(Class), #Class)
+    static_assert(Aligned(END(Class, start, __VA_ARGS__), alignof(Class)) == sizeof(Class), #Class)
+
+#define BEHIND(Class, member) (offsetof(Class, member) + sizeof(Class::member))
 
 constexpr std::size_t kTable = sizeof(void*);  // the pointer to the virtual functions
 
 // Text.
-CONSISTS(Except, kTable, FIELD(Except, char const*, kind), FIELD(Except, String_t, message),
-         FIELD(Except, String_t, file), FIELD(Except, int, line));
-CONSISTS(String_t, 0, FIELD(String_t, String_t::Srep*, rep));
-CONSISTS(String_t::Srep, 0, FIELD(String_t::Srep, char*, text),
-         FIELD(String_t::Srep, unsigned, count));
-CONSISTS(ByteString, 0, FIELD(ByteString, ByteString::Srep*, rep));
-CONSISTS(ByteString::Srep, 0, FIELD(ByteString::Srep, char*, data),
-         FIELD(ByteString::Srep, unsigned, length), FIELD(ByteString::Srep, unsigned, count));
-CONSISTS(str_arr_t, 0, FIELD(str_arr_t, char*, buffer), FIELD(str_arr_t, char*, end),
-         FIELD(str_arr_t, std::int32_t, capacity));
-BEGINS(StringTok, 0, FIELD(StringTok, String_t, text), FIELD(StringTok, char*, cursor),
-       FIELD(StringTok, char, sep));
-BEGINS(StringSplitter, 0, FIELD(StringSplitter, String_t, text),
-       FIELD(StringSplitter, String_t, separators), FIELD(StringSplitter, String_t, trim),
-       FIELD(StringSplitter, char*, start), FIELD(StringSplitter, char*, end),
-       FIELD(StringSplitter, unsigned, step));
-BEGINS(ArgumentVector, 0, FIELD(ArgumentVector, int, argc), FIELD(ArgumentVector, char**, argv));
+CONSISTS(Except, kTable, FIELD(char const*, kind), FIELD(String_t, message), FIELD(String_t, file),
+         FIELD(int, line));
+CONSISTS(String_t, 0, FIELD(String_t::Srep*, rep));
+CONSISTS(String_t::Srep, 0, FIELD(char*, text), FIELD(unsigned, count));
+CONSISTS(ByteString, 0, FIELD(ByteString::Srep*, rep));
+CONSISTS(ByteString::Srep, 0, FIELD(char*, data), FIELD(unsigned, length), FIELD(unsigned, count));
+CONSISTS(str_arr_t, 0, FIELD(char*, buffer), FIELD(char*, end), FIELD(std::int32_t, capacity));
+BEGINS(StringTok, 0, FIELD(String_t, text), FIELD(char*, cursor), FIELD(char, sep));
+BEGINS(StringSplitter, 0, FIELD(String_t, text), FIELD(String_t, separators), FIELD(String_t, trim),
+       FIELD(char*, start), FIELD(char*, end), FIELD(unsigned, step));
+BEGINS(ArgumentVector, 0, FIELD(int, argc), FIELD(char**, argv));
 using StringMap = TMap<String_t, String_t, GStringCmp>;
-BEGINS(Vars, 0, FIELD(Vars, StringMap, vars), FIELD(Vars, char, marker));
+BEGINS(Vars, 0, FIELD(StringMap, vars), FIELD(char, marker));
 
 // Arrays.
 static_assert(VARR_ADD == 0 && VARR_DOUBLE == 1 && sizeof(VarrTypeT) == 4);
 using Ints = TVarr<int>;
-BEGINS(Ints, 0, FIELD(Ints, int*, arr), FIELD(Ints, int*, arrp), FIELD(Ints, unsigned, size),
-       FIELD(Ints, unsigned, incr), FIELD(Ints, VarrTypeT, type));
+BEGINS(Ints, 0, FIELD(int*, arr), FIELD(int*, arrp), FIELD(unsigned, size), FIELD(unsigned, incr),
+       FIELD(VarrTypeT, type));
 struct IntOrder;
 static_assert(sizeof(TSortedVector<int, IntOrder>) == sizeof(Ints));
 static_assert(sizeof(TVarrCmp<int>) == kTable && sizeof(TVarrRange<int>) == kTable);
 using Found = TResult<int>;
-CONSISTS(Found, 0, FIELD(Found, int*, ptr), FIELD(Found, int, found));
-CONSISTS(varr_t, 0, FIELD(varr_t, std::int32_t, type), FIELD(varr_t, std::int32_t, elemSize),
-         FIELD(varr_t, std::int32_t, capacity), FIELD(varr_t, std::int32_t, incr),
-         FIELD(varr_t, char*, wp), FIELD(varr_t, char*, base));
+CONSISTS(Found, 0, FIELD(int*, ptr), FIELD(int, found));
+CONSISTS(varr_t, 0, FIELD(std::int32_t, type), FIELD(std::int32_t, elemSize),
+         FIELD(std::int32_t, capacity), FIELD(std::int32_t, incr), FIELD(char*, wp),
+         FIELD(char*, base));
 using Doubles = TVector<double>;
-CONSISTS(Doubles, 0, FIELD(Doubles, double*, m), FIELD(Doubles, int, rows));
-CONSISTS(AutoArr<char>, 0, FIELD(AutoArr<char>, char*, arr));
+CONSISTS(Doubles, 0, FIELD(double*, m), FIELD(int, rows));
+CONSISTS(AutoArr<char>, 0, FIELD(char*, arr));
 
 // Pools and lists.
 using Tag = char[4];
-BEGINS(Pool, 0, FIELD(Pool, void*, freeList), FIELD(Pool, Pool::Chunk*, chunks),
-       FIELD(Pool, pthread_mutex_t, mutex), FIELD(Pool, Tag, tag));
-CONSISTS(olink_t, kTable, FIELD(olink_t, olink_t*, next));
-CONSISTS(olist_t, 0, FIELD(olist_t, olink_t*, last));
+BEGINS(Pool, 0, FIELD(void*, freeList), FIELD(Pool::Chunk*, chunks), FIELD(pthread_mutex_t, mutex),
+       FIELD(Tag, tag));
+CONSISTS(olink_t, kTable, FIELD(olink_t*, next));
+CONSISTS(olist_t, 0, FIELD(olink_t*, last));
 static_assert(sizeof(olist_cmpo_t) == kTable && sizeof(olist_actiono_t) == kTable);
-CONSISTS(slink_t, 0, FIELD(slink_t, slink_t*, next), FIELD(slink_t, void*, data));
-CONSISTS(slist_t, 0, FIELD(slist_t, slink_t*, last));
-CONSISTS(DLink, kTable, FIELD(DLink, DLink*, next), FIELD(DLink, DLink*, prev));
-CONSISTS(DList, 0, FIELD(DList, DLink*, last));
-BEGINS(DListIterator, 0, FIELD(DListIterator, DList*, list), FIELD(DListIterator, DLink*, cur));
-CONSISTS(DPLink, 0, FIELD(DPLink, DPLink*, next), FIELD(DPLink, DPLink*, prev),
-         FIELD(DPLink, void*, data));
-CONSISTS(DPList, 0, FIELD(DPList, DPLink*, last));
+CONSISTS(slink_t, 0, FIELD(slink_t*, next), FIELD(void*, data));
+CONSISTS(slist_t, 0, FIELD(slink_t*, last));
+CONSISTS(DLink, kTable, FIELD(DLink*, next), FIELD(DLink*, prev));
+CONSISTS(DList, 0, FIELD(DLink*, last));
+BEGINS(DListIterator, 0, FIELD(DList*, list), FIELD(DLink*, cur));
+CONSISTS(DPLink, 0, FIELD(DPLink*, next), FIELD(DPLink*, prev), FIELD(void*, data));
+CONSISTS(DPList, 0, FIELD(DPLink*, last));
 using StringLink = TOLink<String_t>;
-CONSISTS(StringLink, sizeof(olink_t), FIELD(StringLink, String_t, value));
+CONSISTS(StringLink, sizeof(olink_t), FIELD(String_t, value));
 static_assert(sizeof(TOList<String_t>) == sizeof(olist_t));
 using StringListIterator = TOListIterator<String_t>;
-CONSISTS(StringListIterator, 0, FIELD(StringListIterator, TOList<String_t> const*, list),
-         FIELD(StringListIterator, StringLink*, cur), FIELD(StringListIterator, StringLink*, stop));
+CONSISTS(StringListIterator, 0, FIELD(TOList<String_t> const*, list), FIELD(StringLink*, cur),
+         FIELD(StringLink*, stop));
 static_assert(sizeof(ObjectBase) == kTable);
 
 // Hash tables. Their arrays are owned by std::unique_ptr, which is one pointer.
-CONSISTS(StrCnt, 0, FIELD(StrCnt, String_t, str), FIELD(StrCnt, std::int32_t, cnt));
-CONSISTS(StrStrMap, 0, FIELD(StrStrMap, String_t, key), FIELD(StrStrMap, String_t, value));
-CONSISTS(TabStr, 0, FIELD(TabStr, String_t, str));
+CONSISTS(StrCnt, 0, FIELD(String_t, str), FIELD(std::int32_t, cnt));
+CONSISTS(StrStrMap, 0, FIELD(String_t, key), FIELD(String_t, value));
+CONSISTS(TabStr, 0, FIELD(String_t, str));
 using Counts = OHashTable<String_t, StrCnt>;
-BEGINS(Counts, 0, FIELD(Counts, unsigned, size), FIELD(Counts, unsigned, card),
-       FIELD(Counts, std::unique_ptr<std::uint8_t[]>, state),
-       FIELD(Counts, std::unique_ptr<StrCnt[]>, slots));
+BEGINS(Counts, 0, FIELD(unsigned, size), FIELD(unsigned, card),
+       FIELD(std::unique_ptr<std::uint8_t[]>, state), FIELD(std::unique_ptr<StrCnt[]>, slots));
 static_assert(sizeof(Counts::state) == sizeof(void*) && sizeof(Counts::slots) == sizeof(void*));
 using CountsIterator = OHashIterator<String_t, StrCnt>;
-BEGINS(CountsIterator, 0, FIELD(CountsIterator, Counts*, table),
-       FIELD(CountsIterator, std::int32_t, pos));
+BEGINS(CountsIterator, 0, FIELD(Counts*, table), FIELD(std::int32_t, pos));
 
 // Trees and maps.
-CONSISTS(bnode_t, kTable, FIELD(bnode_t, bnode_t*, parent), FIELD(bnode_t, bnode_t*, left),
-         FIELD(bnode_t, bnode_t*, right));
-CONSISTS(AVLnode, sizeof(bnode_t), FIELD(AVLnode, int, bal));
-constexpr std::size_t kAVLnodeEnd = FIELD(AVLnode, int, bal).End();  // what derives starts here
+CONSISTS(bnode_t, kTable, FIELD(bnode_t*, parent), FIELD(bnode_t*, left), FIELD(bnode_t*, right));
+CONSISTS(AVLnode, sizeof(bnode_t), FIELD(int, bal));
+constexpr std::size_t kAVLnodeEnd = BEHIND(AVLnode, bal);  // what derives starts here
 using StringNode = TMapNode<String_t, String_t, GStringCmp>;
-BEGINS(StringNode, kAVLnodeEnd, FIELD(StringNode, String_t, key),
-       FIELD(StringNode, String_t, value));
+BEGINS(StringNode, kAVLnodeEnd, FIELD(String_t, key), FIELD(String_t, value));
 using StringData = TMapData<String_t, String_t, GStringCmp>;
-CONSISTS(StringData, 0, FIELD(StringData, String_t const*, keyp),
-         FIELD(StringData, String_t const*, valuep), FIELD(StringData, String_t*, result),
-         FIELD(StringData, String_t*, existing));
-CONSISTS(StringMap, 0, FIELD(StringMap, StringNode*, root));
+CONSISTS(StringData, 0, FIELD(String_t const*, keyp), FIELD(String_t const*, valuep),
+         FIELD(String_t*, result), FIELD(String_t*, existing));
+CONSISTS(StringMap, 0, FIELD(StringNode*, root));
 using MapStep = StringMap::Iterator;
-CONSISTS(MapStep, 0, FIELD(MapStep, StringMap*, map), FIELD(MapStep, StringNode*, cur));
+CONSISTS(MapStep, 0, FIELD(StringMap*, map), FIELD(StringNode*, cur));
 using Pair = TPair<char, double>;
-CONSISTS(Pair, 0, FIELD(Pair, char, first), FIELD(Pair, double, second));
+CONSISTS(Pair, 0, FIELD(char, first), FIELD(double, second));
 
 // Bit sets.
 static_assert(sizeof(set_word_t) == 4);
-BEGINS(Set, 0, FIELD(Set, unsigned, fixed), FIELD(Set, unsigned, num),
-       FIELD(Set, set_word_t*, bits));
-CONSISTS(Setiterator, 0, FIELD(Setiterator, unsigned, pos), FIELD(Setiterator, unsigned, limit),
-         FIELD(Setiterator, set_word_t const*, bits), FIELD(Setiterator, unsigned, num));
+BEGINS(Set, 0, FIELD(unsigned, fixed), FIELD(unsigned, num), FIELD(set_word_t*, bits));
+CONSISTS(Setiterator, 0, FIELD(unsigned, pos), FIELD(unsigned, limit),
+         FIELD(set_word_t const*, bits), FIELD(unsigned, num));
 
 // Services of the operating system.
-CONSISTS(Process, 0, FIELD(Process, int, pid), FIELD(Process, int, status));
-CONSISTS(Process::Arg, 0, FIELD(Process::Arg, String_t, text));
+CONSISTS(Process, 0, FIELD(int, pid), FIELD(int, status));
+CONSISTS(Process::Arg, 0, FIELD(String_t, text));
 static_assert(sizeof(std::basic_fdfilebuf<char>) == sizeof(std::filebuf));
 using Pipe = int[2];
-CONSISTS(pstream_base, 0, FIELD(pstream_base, Pipe, fds), FIELD(pstream_base, Process, child));
+CONSISTS(pstream_base, 0, FIELD(Pipe, fds), FIELD(Process, child));
 static_assert(sizeof(Pathname) == sizeof(String_t));
-CONSISTS(RandName, 0, FIELD(RandName, char const*, alphabet),
-         FIELD(RandName, std::uint32_t, length), FIELD(RandName, std::uint32_t, state));
-CONSISTS(TmpFile, 0, FIELD(TmpFile, String_t, name));
-CONSISTS(TempFile, 0, FIELD(TempFile, Pathname, path), FIELD(TempFile, int, fd));
-CONSISTS(TempDir, 0, FIELD(TempDir, Pathname, path));
-CONSISTS(DateTime, 0, FIELD(DateTime, std::time_t, seconds));
-CONSISTS(ShlHandle, 0, FIELD(ShlHandle, shl_t, handle));
+CONSISTS(RandName, 0, FIELD(char const*, alphabet), FIELD(std::uint32_t, length),
+         FIELD(std::uint32_t, state));
+CONSISTS(TmpFile, 0, FIELD(String_t, name));
+CONSISTS(TempFile, 0, FIELD(Pathname, path), FIELD(int, fd));
+CONSISTS(TempDir, 0, FIELD(Pathname, path));
+CONSISTS(DateTime, 0, FIELD(std::time_t, seconds));
+CONSISTS(ShlHandle, 0, FIELD(shl_t, handle));
 
 // Networking. The mask of a stream's own exceptions stands where the documents put it, under
 // another name.
-CONSISTS(SockIO::BaseException, FIELD(Except, int, line).End(),
-         FIELD(SockIO::BaseException, int, code));
+CONSISTS(SockIO::BaseException, BEHIND(Except, line), FIELD(int, code));
 static_assert(sizeof(SockIO::TimedOut) == sizeof(SockIO::BaseException));
-CONSISTS(SockIO::SockAddr, 0, FIELD(SockIO::SockAddr, String_t, host),
-         FIELD(SockIO::SockAddr, std::unique_ptr<SockIO::SockAddrRep>, rep),
-         FIELD(SockIO::SockAddr, int, family), FIELD(SockIO::SockAddr, unsigned short, port));
+CONSISTS(SockIO::SockAddr, 0, FIELD(String_t, host),
+         FIELD(std::unique_ptr<SockIO::SockAddrRep>, rep), FIELD(int, family),
+         FIELD(unsigned short, port));
 static_assert(sizeof(SockIO::SockAddr::rep) == sizeof(void*) &&
               sizeof(SockIO::SockAddrRep) == kTable);
-CONSISTS(SockIO::SockAddrIn4, kTable, FIELD(SockIO::SockAddrIn4, sockaddr_in, addr));
-CONSISTS(SockIO::SockAddrIn6, kTable, FIELD(SockIO::SockAddrIn6, sockaddr_in6, addr));
-CONSISTS(SockIO::SockAddrUn, kTable, FIELD(SockIO::SockAddrUn, sockaddr_un, addr));
+CONSISTS(SockIO::SockAddrIn4, kTable, FIELD(sockaddr_in, addr));
+CONSISTS(SockIO::SockAddrIn6, kTable, FIELD(sockaddr_in6, addr));
+CONSISTS(SockIO::SockAddrUn, kTable, FIELD(sockaddr_un, addr));
 static_assert(sizeof(SockIO::PollFd) == sizeof(pollfd));
-CONSISTS(ClientSocketBase, kTable, FIELD(ClientSocketBase, int, fd));
-BEGINS(ServerSocketBase, kTable, FIELD(ServerSocketBase, int, fd));
-constexpr std::size_t kClientEnd = FIELD(ClientSocketBase, int, fd).End();
-constexpr std::size_t kServerEnd = FIELD(ServerSocketBase, int, fd).End();
-CONSISTS(ClientSocketIn, kClientEnd, FIELD(ClientSocketIn, SockIO::SockAddr, remote),
-         FIELD(ClientSocketIn, SockIO::SockAddr, local));
-CONSISTS(ClientSocketUn, kClientEnd, FIELD(ClientSocketUn, String_t, path),
-         FIELD(ClientSocketUn, sockaddr_un, addr));
-CONSISTS(ServerSocketIn, kServerEnd, FIELD(ServerSocketIn, SockIO::SockAddr, addr),
-         FIELD(ServerSocketIn, int, last_port));
-CONSISTS(ServerSocketUn, kServerEnd, FIELD(ServerSocketUn, String_t, path),
-         FIELD(ServerSocketUn, sockaddr_un, addr));
-BEGINS(SockStream, kTable, FIELD(SockStream, unsigned, status), FIELD(SockStream, unsigned, mask),
-       FIELD(SockStream, unsigned, timeout), FIELD(SockStream, int, fd));
+CONSISTS(ClientSocketBase, kTable, FIELD(int, fd));
+BEGINS(ServerSocketBase, kTable, FIELD(int, fd));
+CONSISTS(ClientSocketIn, BEHIND(ClientSocketBase, fd), FIELD(SockIO::SockAddr, remote),
+         FIELD(SockIO::SockAddr, local));
+CONSISTS(ClientSocketUn, BEHIND(ClientSocketBase, fd), FIELD(String_t, path),
+         FIELD(sockaddr_un, addr));
+CONSISTS(ServerSocketIn, BEHIND(ServerSocketBase, fd), FIELD(SockIO::SockAddr, addr),
+         FIELD(int, last_port));
+CONSISTS(ServerSocketUn, BEHIND(ServerSocketBase, fd), FIELD(String_t, path),
+         FIELD(sockaddr_un, addr));
+BEGINS(SockStream, kTable, FIELD(unsigned, status), FIELD(unsigned, mask), FIELD(unsigned, timeout),
+       FIELD(int, fd));
 using Bytes = Buffer<char>;
-CONSISTS(Bytes, kTable, FIELD(Bytes, char*, base), FIELD(Bytes, char*, end),
-         FIELD(Bytes, char*, cur), FIELD(Bytes, unsigned, size), FIELD(Bytes, int, external));
+CONSISTS(Bytes, kTable, FIELD(char*, base), FIELD(char*, end), FIELD(char*, cur),
+         FIELD(unsigned, size), FIELD(int, external));
 using Block = char[8192];
-BEGINS(OSockStream, sizeof(Bytes), FIELD(OSockStream, Block, data),
-       FIELD(OSockStream, int, pcount));
-BEGINS(ISockStream, sizeof(Bytes), FIELD(ISockStream, Block, data),
-       FIELD(ISockStream, OSockStream*, tie), FIELD(ISockStream, int, gcount));
-BEGINS(OStrBinStream, FIELD(OSockStream, int, pcount).End(), FIELD(OStrBinStream, char*, mem),
-       FIELD(OStrBinStream, char*, wp), FIELD(OStrBinStream, unsigned, capacity),
-       FIELD(OStrBinStream, int, external));
-BEGINS(IStrBinStream, FIELD(ISockStream, int, gcount).End(),
-       FIELD(IStrBinStream, char const*, start), FIELD(IStrBinStream, char const*, rp),
-       FIELD(IStrBinStream, char const*, stop));
+BEGINS(OSockStream, sizeof(Bytes), FIELD(Block, data), FIELD(int, pcount));
+BEGINS(ISockStream, sizeof(Bytes), FIELD(Block, data), FIELD(OSockStream*, tie),
+       FIELD(int, gcount));
+BEGINS(OStrBinStream, BEHIND(OSockStream, pcount), FIELD(char*, mem), FIELD(char*, wp),
+       FIELD(unsigned, capacity), FIELD(int, external));
+BEGINS(IStrBinStream, BEHIND(ISockStream, gcount), FIELD(char const*, start),
+       FIELD(char const*, rp), FIELD(char const*, stop));
 
 // Geometry: every coordinate has 32 bits.
-#define COORDINATE(Class, member) FIELD(Class, std::int32_t, member)
+#define COORDINATE(member) FIELD(std::int32_t, member)
 static_assert(sizeof(gu_point_t) == 8 && sizeof(gu_PathType_t) == 2);
-CONSISTS(gu_point_t, 0, COORDINATE(gu_point_t, x), COORDINATE(gu_point_t, y));
-CONSISTS(gu_rect_t, 0, COORDINATE(gu_rect_t, x1), COORDINATE(gu_rect_t, y1),
-         COORDINATE(gu_rect_t, x2), COORDINATE(gu_rect_t, y2));
-CONSISTS(gu_trapezoid_t, 0, COORDINATE(gu_trapezoid_t, x_bl), COORDINATE(gu_trapezoid_t, x_tl),
-         COORDINATE(gu_trapezoid_t, x_tr), COORDINATE(gu_trapezoid_t, x_br),
-         COORDINATE(gu_trapezoid_t, y_b), COORDINATE(gu_trapezoid_t, y_t));
-CONSISTS(Edge_t, 0, COORDINATE(Edge_t, x0), COORDINATE(Edge_t, y0), COORDINATE(Edge_t, x1),
-         COORDINATE(Edge_t, y1));
-CONSISTS(OEdge_t, 0, COORDINATE(OEdge_t, y0), COORDINATE(OEdge_t, y1), COORDINATE(OEdge_t, x));
-CONSISTS(ctree_node_t, kAVLnodeEnd, COORDINATE(ctree_node_t, y));
-CONSISTS(octree_node_t, kAVLnodeEnd, COORDINATE(octree_node_t, y));
+CONSISTS(gu_point_t, 0, COORDINATE(x), COORDINATE(y));
+CONSISTS(gu_rect_t, 0, COORDINATE(x1), COORDINATE(y1), COORDINATE(x2), COORDINATE(y2));
+CONSISTS(gu_trapezoid_t, 0, COORDINATE(x_bl), COORDINATE(x_tl), COORDINATE(x_tr), COORDINATE(x_br),
+         COORDINATE(y_b), COORDINATE(y_t));
+CONSISTS(Edge_t, 0, COORDINATE(x0), COORDINATE(y0), COORDINATE(x1), COORDINATE(y1));
+CONSISTS(OEdge_t, 0, COORDINATE(y0), COORDINATE(y1), COORDINATE(x));
+CONSISTS(ctree_node_t, kAVLnodeEnd, COORDINATE(y));
+CONSISTS(octree_node_t, kAVLnodeEnd, COORDINATE(y));
 
 // The place of a virtual function in its table, counted from 0; -1 when it is not virtual. A
 // pointer to such a member is its offset in the table, marked by the lowest bit, on ARM by the
@@ -233,51 +218,37 @@ int SlotOf(Member member) {
     return static_cast<int>(words[0] / sizeof(void*));
 }
 
-#define SLOT(Class, function, want) \
-    { #Class "::" #function, SlotOf(&Class::function), want }
+// Whether functions stand in this order in their table, the first of them at place `first`.
+template <class... Members>
+bool Follow(int first, Members... members) {
+    return ((SlotOf(members) == first++) && ...);
+}
 
 TEST(Interface, VirtualFunctionsKeepTheirPlaces) {
+    using Range = TVarrRange<int>;
     using Action = TMapAction<String_t, int, GStringCmp>;
-    using SockIO::SockAddrRep;
-    struct {
-        char const* function;
-        int slot, want;
-    } const rows[] = {
-        SLOT(Except, ToString, 0),
-        SLOT(TVarrCmp<int>, operator(), 0),
-        SLOT(TVarrRange<int>, Lower, 0),
-        SLOT(TVarrRange<int>, Upper, 1),
-        SLOT(TVarrRange<int>, Action, 2),
-        SLOT(olist_cmpo_t, operator(), 0),
-        SLOT(olist_actiono_t, operator(), 0),
-        SLOT(Action, operator(), 0),
-        SLOT(ObjectBase, IsA, 2),  // behind the two destructors
-        SLOT(bnode_t, Dup, 0),
-        SLOT(ctree_node_t, Dup, 0),
-        SLOT(octree_node_t, Dup, 0),
-        SLOT(SockAddrRep, Clone, 2),
-        SLOT(SockAddrRep, Addr, 3),
-        SLOT(SockAddrRep, AddrSize, 4),
-        SLOT(SockAddrRep, SetPort, 5),
-        SLOT(SockAddrRep, GetPort, 6),
-        SLOT(SockAddrRep, IpAddr, 7),
-        SLOT(SockAddrRep, Hostname, 8),
-        SLOT(SockAddrRep, Family, 9),
-        SLOT(ClientSocketBase, RefString, 0),
-        SLOT(ClientSocketBase, Connect, 1),
-        SLOT(ServerSocketBase, RefString, 0),
-        SLOT(ServerSocketBase, Listen, 1),
-        {"Accept()", SlotOf<int (ServerSocketBase::*)()>(&ServerSocketBase::Accept), 2},
-        {"Accept(seconds)", SlotOf<int (ServerSocketBase::*)(unsigned)>(&ServerSocketBase::Accept),
-         3},
-        SLOT(ServerSocketBase, Close, 4),
-        SLOT(SockStream, Bind, 0),
-        SLOT(SockStream, Unbind, 1),
-        SLOT(OutputBuffer<char>, Flush, 2),
-        SLOT(OutputBuffer<char>, PutByte, 3),
-        SLOT(InputBuffer<char>, Fill, 2),
-        SLOT(InputBuffer<char>, GetByte, 3)};
-    for (auto const& row : rows) EXPECT_EQ(row.want, row.slot) << row.function;
+    using Rep = SockIO::SockAddrRep;
+    using Server = ServerSocketBase;
+    EXPECT_TRUE(Follow(0, &Except::ToString));
+    EXPECT_TRUE(Follow(0, &TVarrCmp<int>::operator()));
+    EXPECT_TRUE(Follow(0, &olist_cmpo_t::operator()));
+    EXPECT_TRUE(Follow(0, &olist_actiono_t::operator()));
+    EXPECT_TRUE(Follow(0, &Action::operator()));
+    EXPECT_TRUE(Follow(0, &bnode_t::Dup));
+    EXPECT_TRUE(Follow(0, &ctree_node_t::Dup));
+    EXPECT_TRUE(Follow(0, &octree_node_t::Dup));
+    EXPECT_TRUE(Follow(0, &Range::Lower, &Range::Upper, &Range::Action));
+    EXPECT_TRUE(Follow(0, &ClientSocketBase::RefString, &ClientSocketBase::Connect));
+    EXPECT_TRUE(Follow(0, &Server::RefString, &Server::Listen,
+                       static_cast<int (Server::*)()>(&Server::Accept),
+                       static_cast<int (Server::*)(unsigned)>(&Server::Accept), &Server::Close));
+    EXPECT_TRUE(Follow(0, &SockStream::Bind, &SockStream::Unbind));
+    // Behind the two destructors.
+    EXPECT_TRUE(Follow(2, &ObjectBase::IsA));
+    EXPECT_TRUE(Follow(2, &Rep::Clone, &Rep::Addr, &Rep::AddrSize, &Rep::SetPort, &Rep::GetPort,
+                       &Rep::IpAddr, &Rep::Hostname, &Rep::Family));
+    EXPECT_TRUE(Follow(2, &OutputBuffer<char>::Flush, &OutputBuffer<char>::PutByte));
+    EXPECT_TRUE(Follow(2, &InputBuffer<char>::Fill, &InputBuffer<char>::GetByte));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "system/bio.h"
 
-#include "processes.h"
+#include "tests/system/processes.h"
 
 using Bio = ProcessTest;
 

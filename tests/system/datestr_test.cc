@@ -1,12 +1,8 @@
 #include "system/datestr.h"
 
-#include <gtest/gtest.h>
 #include <sys/times.h>
 
-#include <climits>
-#include <cstring>
-#include <tuple>
-
+#include "tests/support/test.h"
 #include "tests/system/time_zone.h"
 
 namespace {

@@ -1,14 +1,8 @@
 #include "system/datetime.h"
 
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <cstdio>
 #include <limits>
-#include <random>
-#include <sstream>
-#include <tuple>
 
+#include "tests/support/test.h"
 #include "tests/system/time_zone.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "system/fdstream.h"
 
-#include "processes.h"
+#include "tests/system/processes.h"
 
 using std::ios_base;
 using FdStream = ProcessTest;

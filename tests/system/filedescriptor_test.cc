@@ -2,7 +2,7 @@
 
 #include <sys/stat.h>
 
-#include "processes.h"
+#include "tests/system/processes.h"
 
 using Redirection = ProcessTest;
 

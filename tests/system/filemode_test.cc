@@ -1,12 +1,12 @@
 #include "system/filemode.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 
 #include "system/tempfile.h"
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,9 +1,6 @@
 #include "system/fname.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 

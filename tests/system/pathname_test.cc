@@ -1,16 +1,14 @@
 #include "system/pathname.h"
 
 #include <glob.h>
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <random>
-#include <vector>
 
 #include "system/regexp.h"
 #include "tests/support/fresh_folder.h"
+#include "tests/support/test.h"
 #include "text/strlist.h"
 
 namespace {

@@ -1,8 +1,6 @@
 #include "system/process_arg.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/test.h"
 
 TEST(ProcessArg, BecomesText) {
     TOList<String_t> none, three;

@@ -1,7 +1,5 @@
-#include <cstdlib>
-
-#include "processes.h"
 #include "system/process.h"
+#include "tests/system/processes.h"
 
 using ProcessEnv = ProcessTest;
 

@@ -6,8 +6,8 @@
 #include <sys/resource.h>
 #include <sys/syscall.h>
 
-#include "processes.h"
 #include "system/process.h"
+#include "tests/system/processes.h"
 
 using ProcessCloseFds = ProcessTest;
 enum FdsWay { kBest, kListed, kNumbers };

@@ -3,10 +3,9 @@
 #include <atomic>
 #include <functional>
 #include <thread>
-#include <vector>
 
-#include "processes.h"
 #include "system/sigblock.h"
+#include "tests/system/processes.h"
 
 using P = Process;
 using ProcessStart = ProcessTest;

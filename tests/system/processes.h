@@ -3,16 +3,15 @@
 #define KORBASE_TESTS_SYSTEM_PROCESSES_H
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <set>
-#include <string>
 
 #include "tests/support/fresh_folder.h"
+#include "tests/support/test.h"
 
 namespace fs = std::filesystem;
 

@@ -1,8 +1,6 @@
 #include "system/pstream.h"
 
-#include <sstream>
-
-#include "processes.h"
+#include "tests/system/processes.h"
 
 using PipeStream = ProcessTest;
 

@@ -1,14 +1,9 @@
 #include "system/randname.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <cstring>
 #include <set>
-#include <string>
 #include <thread>
-#include <vector>
+
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "system/regexp.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/test.h"
 
 namespace {
 

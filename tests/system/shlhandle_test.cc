@@ -1,9 +1,9 @@
 #include "system/shlhandle.h"
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
 
 #include "tests/support/fresh_folder.h"
+#include "tests/support/test.h"
 
 namespace {
 

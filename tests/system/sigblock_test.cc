@@ -1,9 +1,9 @@
 #include "system/sigblock.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <set>
+
+#include "tests/support/test.h"
 
 static std::set<int> Blocked() {
     std::set<int> blocked;

@@ -1,6 +1,6 @@
 #include "system/spawn.h"
 
-#include "processes.h"
+#include "tests/system/processes.h"
 
 using Spawn = ProcessTest;
 using namespace std::string_literals;

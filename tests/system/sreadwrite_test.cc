@@ -2,7 +2,7 @@
 
 #include <thread>
 
-#include "processes.h"
+#include "tests/system/processes.h"
 
 using SReadWriteThreads = ProcessTest;
 

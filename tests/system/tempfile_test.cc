@@ -1,15 +1,14 @@
 #include "system/tempfile.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <utility>
 
 #include "system/regexp.h"
 #include "tests/support/fresh_folder.h"
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,14 +1,13 @@
 #include "system/userdir.h"
 
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <stdlib.h>
 #include <unistd.h>
 
 #include <ctime>
-#include <string>
 
 #include "system/pathname.h"
+#include "tests/support/test.h"
 
 namespace {
 
