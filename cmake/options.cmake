@@ -20,7 +20,8 @@ if(KORBASE_SANITIZE)
                         -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${KORBASE_SANITIZE})
     # The instrumented code hides initialisations from GCC, which then warns inside <regex>.
-    target_compile_options(korbase_build_options INTERFACE -Wno-maybe-uninitialized)
+    target_compile_options(korbase_build_options INTERFACE
+                           $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
 # What makes faults in the shipped library harder to exploit: guarded stack arrays, checked buffer functions
