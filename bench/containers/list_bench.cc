@@ -3,6 +3,7 @@
 
 #include <list>
 #include <new>
+#include <string>
 #include <vector>
 
 #include "containers/dplist.h"
@@ -33,31 +34,21 @@ struct StdList {
     std::list<void*> list;
 };
 
-template <class List>
+template <class List, bool kWalk>
 void BM_AppendClear(benchmark::State& state) {
     int value = 0;
     for (auto _ : state) {
         List list;
         for (int i = 0; i < state.range(0); ++i) list.Add(&value);
+        if constexpr (kWalk)
+            for (void* const data : list.list) benchmark::DoNotOptimize(data);
         benchmark::DoNotOptimize(list);
         list.Clear();
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-template <class List>
-void BM_AppendWalkClear(benchmark::State& state) {
-    int value = 0;
-    for (auto _ : state) {
-        List list;
-        for (int i = 0; i < state.range(0); ++i) list.Add(&value);
-        for (void* const data : list.list) benchmark::DoNotOptimize(data);
-        list.Clear();
-    }
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-int by_value(void* a, void const* b) {
+int ByValue(void* a, void const* b) {
     int const x = *static_cast<int*>(a), y = *static_cast<int const*>(b);
     return x < y ? -1 : x > y;
 }
@@ -70,7 +61,7 @@ void BM_Sort(benchmark::State& state) {
     for (auto _ : state) {
         List list;
         for (int& value : values) list.Add(&value);
-        list.Sort(by_value);
+        list.Sort(ByValue);
         benchmark::DoNotOptimize(list);
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -100,28 +91,27 @@ void BM_Records(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-}  // namespace
+using Bench = void(benchmark::State&);
 
-#define KORBASE_PAIR(function, name, ours, peer_name, peer) \
-    BENCHMARK_TEMPLATE(function, ours)                      \
-        ->Name(name "/korbase")                             \
-        ->Arg(10)                                           \
-        ->Arg(1000)                                         \
-        ->Threads(1)                                        \
-        ->Threads(2)                                        \
-        ->UseRealTime();                                    \
-    BENCHMARK_TEMPLATE(function, peer)                      \
-        ->Name(name "/" peer_name)                          \
-        ->Arg(10)                                           \
-        ->Arg(1000)                                         \
-        ->Threads(1)                                        \
-        ->Threads(2)                                        \
-        ->UseRealTime()
+void Pair(std::string const& workload, Bench* korbase, std::string const& peer_name, Bench* peer) {
+    benchmark::internal::Benchmark* const both[] = {
+        benchmark::RegisterBenchmark((workload + "/korbase").c_str(), korbase),
+        benchmark::RegisterBenchmark((workload + "/" + peer_name).c_str(), peer)};
+    for (auto* const one : both) one->Arg(10)->Arg(1000)->Threads(1)->Threads(2)->UseRealTime();
+}
 
-KORBASE_PAIR(BM_AppendClear, "append and clear list nodes", Single, "std::list", StdList);
-KORBASE_PAIR(BM_AppendWalkClear, "append, walk, clear a list", Single, "std::list", StdList);
-KORBASE_PAIR(BM_AppendClear, "append and clear two-way list nodes", Double, "std::list", StdList);
-KORBASE_PAIR(BM_Records, "make and drop pooled records", PoolRecords, "operator new", NewRecords);
+[[maybe_unused]] bool const registered = [] {
+    Bench* const peer = BM_AppendClear<StdList, false>;
+    Pair("append and clear list nodes", BM_AppendClear<Single, false>, "std::list", peer);
+    Pair("append, walk, clear a list", BM_AppendClear<Single, true>, "std::list",
+         BM_AppendClear<StdList, true>);
+    Pair("append and clear two-way list nodes", BM_AppendClear<Double, false>, "std::list", peer);
+    Pair("make and drop pooled records", BM_Records<PoolRecords>, "operator new",
+         BM_Records<NewRecords>);
+    return true;
+}();
 
 BENCHMARK_TEMPLATE(BM_Sort, Single)->Name("sort a list/korbase")->Arg(1000);
 BENCHMARK_TEMPLATE(BM_Sort, StdList)->Name("sort a list/std::list")->Arg(1000);
+
+}  // namespace

@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <random>
@@ -60,6 +61,16 @@ void Fill(typename Subject::Map& map, std::vector<typename Subject::Key> const& 
 }
 
 template <class Subject>
+struct Filled {
+    Filled(char const* stem, std::int64_t count)
+        : names(Names<Subject>(stem, static_cast<int>(count), 1)) {
+        Fill<Subject>(map, names);
+    }
+    std::vector<typename Subject::Key> names;
+    typename Subject::Map map;
+};
+
+template <class Subject>
 void Insert(benchmark::State& state, char const* stem) {
     auto const names = Names<Subject>(stem, static_cast<int>(state.range(0)), 1);
     std::optional<typename Subject::Map> map;
@@ -74,12 +85,10 @@ void Insert(benchmark::State& state, char const* stem) {
 
 template <class Subject>
 void Find(benchmark::State& state, char const* stem) {
-    auto const stored = Names<Subject>(stem, static_cast<int>(state.range(0)), 1);
-    typename Subject::Map map;
-    Fill<Subject>(map, stored);
+    Filled<Subject> const filled(stem, state.range(0));
     auto const names = Names<Subject>(stem, static_cast<int>(state.range(0)), 2);
     for (auto _ : state)
-        for (auto const& name : names) benchmark::DoNotOptimize(Subject::Find(map, name));
+        for (auto const& name : names) benchmark::DoNotOptimize(Subject::Find(filled.map, name));
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
@@ -99,10 +108,8 @@ void Remove(benchmark::State& state, char const* stem) {
 
 template <class Subject>
 void Walk(benchmark::State& state, char const* stem) {
-    auto const stored = Names<Subject>(stem, static_cast<int>(state.range(0)), 1);
-    typename Subject::Map map;
-    Fill<Subject>(map, stored);
-    for (auto _ : state) benchmark::DoNotOptimize(Subject::Sum(map));
+    Filled<Subject> const filled(stem, state.range(0));
+    for (auto _ : state) benchmark::DoNotOptimize(Subject::Sum(filled.map));
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 

@@ -34,8 +34,8 @@ struct Korbase {
     static char const* Print(char* buffer, unsigned size, int value) {
         return str_int2str10(buffer, size, value, 0, '\0');
     }
-    static char const* PrintHex(char* buffer, unsigned size, unsigned value) {
-        return str_int2strradix(buffer, size, value, 8, '0', 16);
+    static char const* PrintHex(char* buffer, unsigned size, int value) {
+        return str_int2strradix(buffer, size, static_cast<unsigned>(value), 8, '0', 16);
     }
 };
 
@@ -57,8 +57,8 @@ struct Classic {  // strtod and snprintf
         std::snprintf(buffer, size, "%d", value);
         return buffer;
     }
-    static char const* PrintHex(char* buffer, unsigned size, unsigned value) {
-        std::snprintf(buffer, size, "0x%08x", value);
+    static char const* PrintHex(char* buffer, unsigned size, int value) {
+        std::snprintf(buffer, size, "0x%08x", static_cast<unsigned>(value));
         return buffer;
     }
 };
@@ -100,35 +100,22 @@ std::vector<int> Values() {
     return values;
 }
 
-template <class Subject>
+template <char const* (*print)(char*, unsigned, int)>
 void BM_Print(benchmark::State& state) {
     std::vector<int> const values = Values();
     char buffer[16];
     for (auto _ : state)
         for (int const value : values) {
-            benchmark::DoNotOptimize(Subject::Print(buffer, sizeof buffer, value));
+            benchmark::DoNotOptimize(print(buffer, sizeof buffer, value));
             benchmark::ClobberMemory();
         }
     state.SetItemsProcessed(state.iterations() * static_cast<int>(values.size()));
 }
-BENCHMARK_TEMPLATE(BM_Print, Korbase)->Name("print int/korbase");
-BENCHMARK_TEMPLATE(BM_Print, Classic)->Name("print int/snprintf");
-BENCHMARK_TEMPLATE(BM_Print, Charconv)->Name("print int/std::to_chars");
-
-template <class Subject>
-void BM_PrintHex(benchmark::State& state) {
-    std::vector<int> const values = Values();
-    char buffer[16];
-    for (auto _ : state)
-        for (int const value : values) {
-            benchmark::DoNotOptimize(
-                Subject::PrintHex(buffer, sizeof buffer, static_cast<unsigned>(value)));
-            benchmark::ClobberMemory();
-        }
-    state.SetItemsProcessed(state.iterations() * static_cast<int>(values.size()));
-}
-BENCHMARK_TEMPLATE(BM_PrintHex, Korbase)->Name("print hex/korbase");
-BENCHMARK_TEMPLATE(BM_PrintHex, Classic)->Name("print hex/snprintf");
+BENCHMARK_TEMPLATE(BM_Print, Korbase::Print)->Name("print int/korbase");
+BENCHMARK_TEMPLATE(BM_Print, Classic::Print)->Name("print int/snprintf");
+BENCHMARK_TEMPLATE(BM_Print, Charconv::Print)->Name("print int/std::to_chars");
+BENCHMARK_TEMPLATE(BM_Print, Korbase::PrintHex)->Name("print hex/korbase");
+BENCHMARK_TEMPLATE(BM_Print, Classic::PrintHex)->Name("print hex/snprintf");
 
 struct EngineeringClassic {
     static void Print(char* buffer, double x) { std::snprintf(buffer, 16, "%.2e", x); }

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -42,17 +43,16 @@ void BM_Make(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * kBatch);
 }
-#define MAKE_STRINGS(name, length)                \
-    BENCHMARK_TEMPLATE(BM_Make, String_t, length) \
-        ->Name(name "/korbase")                   \
-        ->ThreadRange(1, 2)                       \
-        ->UseRealTime();                          \
-    BENCHMARK_TEMPLATE(BM_Make, std::string, 64)  \
-        ->Name(name "/std::string of 64")         \
-        ->ThreadRange(1, 2)                       \
-        ->UseRealTime()
-MAKE_STRINGS("make a string of 16", 16);
-MAKE_STRINGS("make a string of 64", 64);
+[[maybe_unused]] bool const registered = [] {
+    for (auto const& [name, korbase] : {std::pair("make a string of 16", BM_Make<String_t, 16>),
+                                        std::pair("make a string of 64", BM_Make<String_t, 64>)})
+        for (auto* const one :
+             {benchmark::RegisterBenchmark((std::string(name) + "/korbase").c_str(), korbase),
+              benchmark::RegisterBenchmark((std::string(name) + "/std::string of 64").c_str(),
+                                           BM_Make<std::string, 64>)})
+            one->ThreadRange(1, 2)->UseRealTime();
+    return true;
+}();
 
 // Eight characters out of a long text.
 void BM_SubStrKorbase(benchmark::State& state) {
