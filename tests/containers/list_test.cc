@@ -22,23 +22,23 @@ struct Record : Link {
 };
 
 // Where the letter of an element is, and the letter; null and 0 for none.
-char const* place(void const* data) { return static_cast<char const*>(data); }
-char const* place(DPLink const* node) { return node ? place(node->Data()) : nullptr; }
+char const* PlaceOf(void const* data) { return static_cast<char const*>(data); }
+char const* PlaceOf(DPLink const* node) { return node ? PlaceOf(node->Data()) : nullptr; }
 template <class Link>
-char const* place(Link const* link) {
+char const* PlaceOf(Link const* link) {
     return link ? &static_cast<Record<Link> const*>(link)->value : nullptr;
 }
-char const* place(DLink const& link) { return place(&link); }
-char const* place(olink_t const& link) { return place(&link); }
+char const* PlaceOf(DLink const& link) { return PlaceOf(&link); }
+char const* PlaceOf(olink_t const& link) { return PlaceOf(&link); }
 
 template <class Element>
-char letter(Element const& element) {
-    char const* const c = place(element);
+char LetterOf(Element const& element) {
+    char const* const c = PlaceOf(element);
     return c ? *c : '\0';
 }
 
 template <class Element>
-Element make(char c) {
+Element Make(char c) {
     if constexpr (std::is_same_v<Element, void*>)
         return &letters[c - 'a'];
     else
@@ -47,41 +47,41 @@ Element make(char c) {
 
 // The letter of an element that has left its list and goes.
 template <class Element>
-char drop(Element element) {
-    char const c = letter(element);
+char Drop(Element element) {
+    char const c = LetterOf(element);
     if constexpr (!std::is_same_v<Element, void*>) delete element;
     return c;
 }
 
 template <class Data>
-int differ(Data data, void const* key) {
-    return letter(data) - letter(key);
+int Differ(Data data, void const* key) {
+    return LetterOf(data) - LetterOf(key);
 }
 template <class Data>
-int count_call(Data /*data*/, void* calls) {
+int CountCall(Data /*data*/, void* calls) {
     return ++*static_cast<int*>(calls);
 }
 template <class List>
-int take_up_to_g(typename List::Element visited, void* list) {
-    return static_cast<List*>(list)->Take(letter(visited)) == 'g' ? 7 : 0;
+int VisitUpToG(typename List::Element visited, void* list) {
+    return static_cast<List*>(list)->Take(LetterOf(visited)) == 'g' ? 7 : 0;
 }
 
 // One interface for all four.
 template <class List>
 struct Single : List {
     using Element = decltype(List()[0]);
-    void AddLast(char c) { this->append(make<Element>(c)); }
-    void AddFirst(char c) { this->insert(make<Element>(c)); }
-    char TakeFirst() { return drop(this->removeTop()); }
-    char Take(char c) { return drop(this->remove(differ, &c)); }
-    char const* Find(char c) { return place(this->find(differ, &c)); }
-    int TakeUpToG() { return this->loop(take_up_to_g<Single>, this); }
+    void AddLast(char c) { this->append(Make<Element>(c)); }
+    void AddFirst(char c) { this->insert(Make<Element>(c)); }
+    char TakeFirst() { return Drop(this->removeTop()); }
+    char Take(char c) { return Drop(this->remove(Differ, &c)); }
+    char const* Find(char c) { return PlaceOf(this->find(Differ, &c)); }
+    int TakeUpToG() { return this->loop(VisitUpToG<Single>, this); }
     int TakeAll(char const* key) {
         if constexpr (std::is_same_v<List, slist_t>) {
             int calls = 0;
-            return this->removeLoop(differ, key, count_call, &calls) == calls ? calls : -1;
+            return this->removeLoop(Differ, key, CountCall, &calls) == calls ? calls : -1;
         } else {
-            return this->removeLoop(differ, key);
+            return this->removeLoop(Differ, key);
         }
     }
 };
@@ -90,15 +90,15 @@ template <class List, class Iterator, auto find>
 struct Double : List {
     using Element = decltype(List()[0]);
     using Place = Iterator;
-    void AddLast(char c) { this->Append(make<Element>(c)); }
-    void AddFirst(char c) { this->Insert(make<Element>(c)); }
-    char TakeFirst() { return drop(this->RemoveFirst()); }
-    char Take(char c) { return drop(this->Remove(differ, &c)); }
-    char const* Find(char c) { return place((this->*find)(differ, &c)); }
-    int TakeUpToG() { return this->Loop(take_up_to_g<Double>, this); }
+    void AddLast(char c) { this->Append(Make<Element>(c)); }
+    void AddFirst(char c) { this->Insert(Make<Element>(c)); }
+    char TakeFirst() { return Drop(this->RemoveFirst()); }
+    char Take(char c) { return Drop(this->Remove(Differ, &c)); }
+    char const* Find(char c) { return PlaceOf((this->*find)(Differ, &c)); }
+    int TakeUpToG() { return this->Loop(VisitUpToG<Double>, this); }
     int TakeAll(char const* key) {
         int calls = 0;
-        return this->RemoveLoop(differ, key, count_call, &calls) == calls ? calls : -1;
+        return this->RemoveLoop(Differ, key, CountCall, &calls) == calls ? calls : -1;
     }
 };
 
@@ -106,16 +106,16 @@ using PointerDouble = Double<DPList, DPListIterator, &DPList::FindL>;
 using LinkDouble = Double<DList, DListIterator, &DList::Find>;
 
 template <class List>
-List make_list(std::string const& values) {
+List MakeList(std::string const& values) {
     List list;
     for (char const c : values) list.AddLast(c);
     return list;
 }
 
 template <class List>
-std::string text(List const& list) {
+std::string Text(List const& list) {
     std::string joined;
-    for (auto const& element : list) joined += letter(element);
+    for (auto const& element : list) joined += LetterOf(element);
     return joined;
 }
 
@@ -134,7 +134,7 @@ TYPED_TEST(ListModel, RandomOperations) {
         char const c = letters[random() % 8], first = model.c_str()[0];
         char const* const key = list.Find(c);  // may lie in the list
         auto const found = std::min(model.find(c), model.size()), at_g = model.find('g');
-        int want = model.c_str()[found], got = letter(static_cast<void const*>(key));
+        int want = model.c_str()[found], got = LetterOf(static_cast<void const*>(key));
         ASSERT_EQ(want, got) << "step " << step;
         switch (random() % 12) {
             case 0: got = list.Take(c), model.erase(found, 1); break;
@@ -153,13 +153,13 @@ TYPED_TEST(ListModel, RandomOperations) {
                 if (model.size() < 9) list.AddLast(c), model.push_back(c);
         }
         ASSERT_EQ(want, got) << "step " << step;
-        ASSERT_EQ(model, text(list)) << "step " << step;
+        ASSERT_EQ(model, Text(list)) << "step " << step;
         int const length = static_cast<int>(model.size());
         ASSERT_EQ(length, list.Len());
         for (int i = -1; i <= length; ++i)
-            ASSERT_EQ(i < 0 ? '\0' : model.c_str()[i], letter(list[i]));
+            ASSERT_EQ(i < 0 ? '\0' : model.c_str()[i], LetterOf(list[i]));
     }
-    list = make_list<TypeParam>("a");
+    list = MakeList<TypeParam>("a");
     list = TypeParam();
     EXPECT_EQ(0, Record<olink_t>::alive + Record<DLink>::alive);
 }
@@ -177,20 +177,20 @@ TYPED_TEST(ListPlace, InsertsAppendsAndRemovesWhereItStands) {
     std::string model;
     for (std::size_t step = 0, at = 0; step < 5000; ++step) {
         char const c = letters[random() % 26], here = model.c_str()[at];
-        auto const add = make<typename TypeParam::Element>;
+        auto const add = Make<typename TypeParam::Element>;
         bool const end = at == model.size();
         char met = here;
         switch (random() % (model.size() < 6 ? 6 : 4)) {
             case 0: it.Reset(), at = 0; break;
-            case 1: met = drop(it.Remove()), model.erase(at, 1); break;
-            case 2: met = letter((it++).Succ()), at += !end; break;
-            case 3: met = letter(it()), at += !end; break;
+            case 1: met = Drop(it.Remove()), model.erase(at, 1); break;
+            case 2: met = LetterOf((it++).Succ()), at += !end; break;
+            case 3: met = LetterOf(it()), at += !end; break;
             case 4: it.Insert(add(c)), model.insert(at++, 1, c); break;
             case 5: it.Append(add(c)), model.insert(end ? at++ : at + 1, 1, c); break;
         }
         ASSERT_EQ(here, met) << "step " << step;
-        ASSERT_EQ(model, text(list)) << "step " << step;
-        ASSERT_EQ(model.c_str()[at], letter(it.Succ())) << "step " << step;
+        ASSERT_EQ(model, Text(list)) << "step " << step;
+        ASSERT_EQ(model.c_str()[at], LetterOf(it.Succ())) << "step " << step;
         ASSERT_EQ(at < model.size(), static_cast<void const*>(it) != nullptr);
     }
 }
@@ -200,14 +200,14 @@ TEST(SingleLists, SpliceAndGiveTheirLast) {
         using List = decltype(list);
         for (std::string const a : {"", "a", "ab"})
             for (std::string const b : {"", "c", "cd"}) {
-                auto front = make_list<List>(a), back = make_list<List>(a);
-                auto one = make_list<List>(b), two = make_list<List>(b);
+                auto front = MakeList<List>(a), back = MakeList<List>(a);
+                auto one = MakeList<List>(b), two = MakeList<List>(b);
                 front.insert(one), front.insert(front);  // into itself: nothing
                 back.append(two), back.append(back);
                 EXPECT_EQ(b + a + '|' + a + b,
-                          text(front) + text(one) + '|' + text(back) + text(two));
+                          Text(front) + Text(one) + '|' + Text(back) + Text(two));
                 std::string taken;
-                while (char const c = drop(back.removeBottom())) taken.insert(0, 1, c);
+                while (char const c = Drop(back.removeBottom())) taken.insert(0, 1, c);
                 EXPECT_EQ(a + b, taken);
             }
     };
@@ -216,59 +216,58 @@ TEST(SingleLists, SpliceAndGiveTheirLast) {
 }
 
 TEST(SList, SortsAndUniqComparesWithThePredecessorAsItStood) {
-    auto const follows = [](void* data, void const* before) { return differ(data, before) - 1; };
+    auto const follows = [](void* data, void const* before) { return Differ(data, before) - 1; };
     Rows<char const*, std::string, int (*)(void*, void const*)> const rows = {
-        {"", "", differ},       {"a", "a", differ},
-        {"aaa", "a", differ},   {"bbcaaca", "abc", differ},
-        {"bac", "abc", differ}, {"cbagf", "af", follows}};  // c goes although b has gone
+        {"", "", Differ},       {"a", "a", Differ},
+        {"aaa", "a", Differ},   {"bbcaaca", "abc", Differ},
+        {"bac", "abc", Differ}, {"cbagf", "af", follows}};  // c goes although b has gone
     for (auto const& [before, after, cmp] : rows) {
-        auto list = make_list<Single<slist_t>>(before);
-        list.Sort(differ);
+        auto list = MakeList<Single<slist_t>>(before);
+        list.Sort(Differ);
         list.Uniq(cmp);
         list.AddLast('z');  // the ring is closed behind the last node that stayed
-        EXPECT_EQ(after + "z", text(list));
+        EXPECT_EQ(after + "z", Text(list));
     }
 }
 
 TEST(PointerLists, ReplaceAndCopy) {
     auto const check = [](auto list) {
-        EXPECT_EQ('b', letter(list.Replace(differ, "b", &letters[23])));
-        EXPECT_EQ(nullptr, list.Replace(differ, "q", nullptr));
-        auto copy = list, target = make_list<decltype(list)>("q");
+        EXPECT_EQ('b', LetterOf(list.Replace(Differ, "b", &letters[23])));
+        EXPECT_EQ(nullptr, list.Replace(Differ, "q", nullptr));
+        auto copy = list, target = MakeList<decltype(list)>("q");
         copy.TakeFirst();
         target = copy = *&copy;
         target.AddLast('z');
-        EXPECT_EQ("axcb xcb xcbz", text(list) + ' ' + text(copy) + ' ' + text(target));
+        EXPECT_EQ("axcb xcb xcbz", Text(list) + ' ' + Text(copy) + ' ' + Text(target));
     };
-    check(make_list<Single<slist_t>>("abcb"));
-    check(make_list<PointerDouble>("abcb"));
+    check(MakeList<Single<slist_t>>("abcb"));
+    check(MakeList<PointerDouble>("abcb"));
 }
 
 TEST(OList, TakesFunctors) {
     struct Is : olist_cmpo_t, olist_actiono_t {
         explicit Is(char c) : value(c) {}
-        int operator()(olink_t const* link) const override { return letter(link) - value; }
-        int operator()(olink_t* link) override { return letter(link) == value ? 7 : 0; }
+        int operator()(olink_t const* link) const override { return LetterOf(link) - value; }
+        int operator()(olink_t* link) override { return LetterOf(link) == value ? 7 : 0; }
         char value;
     } a('a'), b('b');
-    auto list = make_list<Single<olist_t>>("abacabcd");
-    EXPECT_EQ('b', drop(list.remove(b)));
+    auto list = MakeList<Single<olist_t>>("abacabcd");
+    EXPECT_EQ('b', Drop(list.remove(b)));
     EXPECT_EQ(3, list.removeLoop(a));
     EXPECT_EQ(list[1], list.find(b));
     EXPECT_EQ(7, list.loop(b));
-    EXPECT_EQ("cbcd", text(list));
+    EXPECT_EQ("cbcd", Text(list));
 }
 
 TEST(DoubleLists, GiveTheirLast) {
-    auto pointers = make_list<PointerDouble>("ab");
-    EXPECT_EQ('b', letter(pointers.RemoveLast()));
-    EXPECT_EQ("a", text(pointers));
+    auto pointers = MakeList<PointerDouble>("ab");
+    EXPECT_EQ('b', LetterOf(pointers.RemoveLast()));
+    EXPECT_EQ("a", Text(pointers));
     DList list;
-    Record<DLink> a('a'), b('b'), c('c');
-    for (DLink* const link : {&a, &b, &c}) list.Append(link);
-    EXPECT_EQ(&c, list.RemoveLast());
-    EXPECT_EQ(nullptr, list.RemoveLast());
-    EXPECT_TRUE(a.Next() == &b && c.Next() == &a && a.Prev() == &c);  // still in their ring
+    Record<DLink> a('a'), b('b');
+    for (DLink* const link : {&a, &b}) list.Append(link);
+    EXPECT_EQ(&b, list.RemoveLast());
+    EXPECT_TRUE(!list.RemoveLast() && a.Next() == &b && b.Prev() == &a);  // still in their ring
 }
 
 TEST(ObjectBase, KnowsItsNameOnly) {

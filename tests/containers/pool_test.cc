@@ -21,7 +21,7 @@ namespace {
 
 using Elements = std::vector<void*>;
 
-std::size_t stride(unsigned size) {
+std::size_t Stride(unsigned size) {
     std::size_t const align = alignof(std::max_align_t);
     return (std::max(size, 1U) + align - 1) / align * align;
 }
@@ -29,29 +29,29 @@ std::size_t stride(unsigned size) {
 // Most tests use elements of 16 bytes in chunks of kChunk.
 constexpr unsigned kChunk = 500, kChunkBytes = 16 * kChunk + 8;
 
-Elements take(Pool& pool, unsigned count = kChunk) {
+Elements Take(Pool& pool, unsigned count = kChunk) {
     Elements elements(count);
     for (void*& element : elements) element = pool.Alloc(16, kChunkBytes);
     return elements;
 }
 
-void give(Pool& pool, Elements const& elements) {
+void Give(Pool& pool, Elements const& elements) {
     for (void* const element : elements) pool.Free(element);
 }
 
 // The elements of a chunk as they are handed out at first.
-Elements chunk_from(void* first) {
+Elements ChunkFrom(void* first) {
     Elements elements(kChunk);
     for (std::size_t i = 0; i < kChunk; ++i)
-        elements[i] = static_cast<char*>(first) + i * stride(16);
+        elements[i] = static_cast<char*>(first) + i * Stride(16);
     return elements;
 }
-bool is_new_chunk(Elements const& elements) { return elements == chunk_from(elements[0]); }
+bool IsNewChunk(Elements const& elements) { return elements == ChunkFrom(elements[0]); }
 
 // Whether the next elements are these, in any order: all of them were free again.
-bool are_free_again(Pool& pool, Elements elements) {
-    Elements again = take(pool);
-    give(pool, again);
+bool AreFreeAgain(Pool& pool, Elements elements) {
+    Elements again = Take(pool);
+    Give(pool, again);
     std::sort(elements.begin(), elements.end());
     std::sort(again.begin(), again.end());
     return elements == again;
@@ -66,12 +66,12 @@ struct TestPool : Pool {
 extern Pool late;
 bool report_late_use = false;
 struct EarlyAndLate {
-    EarlyAndLate() : elements(take(late)) {  // leaves one in the open magazine, three full ones
-        give(late, {elements.begin(), elements.begin() + 193});
+    EarlyAndLate() : elements(Take(late)) {  // leaves one in the open magazine, three full ones
+        Give(late, {elements.begin(), elements.begin() + 193});
     }
     ~EarlyAndLate() {
-        give(late, {elements.begin() + 193, elements.end()});
-        bool const same = are_free_again(late, elements);
+        Give(late, {elements.begin() + 193, elements.end()});
+        bool const same = AreFreeAgain(late, elements);
         late.Destroy();
         if (report_late_use) std::fputs(same ? "as it was" : "other elements", stderr);
     }
@@ -80,7 +80,7 @@ struct EarlyAndLate {
 Pool late;
 
 Pool* key_pool;
-void free_in_key_destructor(void* element) { key_pool->Free(element); }
+void FreeInKeyDestructor(void* element) { key_pool->Free(element); }
 
 }  // namespace
 
@@ -97,15 +97,15 @@ TEST(Pool, CarvesChunksInAddressOrder) {
             std::memset(element, 0xA5, size);
             ASSERT_EQ(0U, reinterpret_cast<std::uintptr_t>(element) % alignof(std::max_align_t));
             if (i % count != 0)
-                ASSERT_EQ(before + stride(size), element) << "size " << size << ", " << i;
+                ASSERT_EQ(before + Stride(size), element) << "size " << size << ", " << i;
             else  // memory of its own, with room for so many
-                ASSERT_EQ(count, malloc_usable_size(element) / stride(size));
+                ASSERT_EQ(count, malloc_usable_size(element) / Stride(size));
             before = element;
         }
     }
 }
 
-TEST(Pool, IsOneStackWhateverTheDepth) {
+TEST(Pool, IsOneStackWhateverTheDepthThatForgetsAllWhenDestroyed) {
     std::mt19937 random(23);
     std::deque<TestPool> pools(30);  // more than threads cache
     for (int round = 0; round < 30; ++round) {
@@ -113,11 +113,12 @@ TEST(Pool, IsOneStackWhateverTheDepth) {
         Elements held, freed;
         for (int part = 0; part < 20; ++part) {
             bool const alloc = random() % 2 == 0;
+            pool.Free(nullptr);
             for (unsigned n = random() % (part % 10 == 0 ? 6000 : 150); n > 0; --n) {
                 if (alloc) {
                     held.push_back(pool.Alloc(16, kChunkBytes));
                     if (freed.empty()) {  // a new chunk, from its lowest address up
-                        freed = chunk_from(held.back());
+                        freed = ChunkFrom(held.back());
                         std::reverse(freed.begin(), freed.end());
                     }
                     ASSERT_EQ(freed.back(), held.back()) << "pool " << round;
@@ -130,19 +131,8 @@ TEST(Pool, IsOneStackWhateverTheDepth) {
                 }
             }
         }
-    }
-}
-
-TEST(Pool, IgnoresNullAndForgetsAllWhenDestroyed) {
-    TestPool pool;
-    for (int round = 0; round < 100; ++round) {
-        pool.Free(nullptr);
-        Elements const elements = take(pool);
-        ASSERT_TRUE(is_new_chunk(elements)) << "round " << round;
-        give(pool, elements);
-        pool.Free(nullptr);
-        ASSERT_EQ(elements.back(), pool.Alloc(16, kChunkBytes));
         pool.Destroy();
+        ASSERT_TRUE(IsNewChunk(Take(pool))) << "pool " << round;
     }
 }
 
@@ -195,7 +185,7 @@ TEST(PoolThreads, NoElementHasTwoOwners) {
                 held.pop_back();
             }
         }
-        give(pool, held);
+        Give(pool, held);
     };
     std::vector<std::thread> threads;
     for (int mark = 1; mark <= 4; ++mark) threads.emplace_back(work, mark);
@@ -206,23 +196,23 @@ TEST(PoolThreads, WhatAThreadFreedIsThereWhenItHasEnded) {
     TestPool pool;
     Elements elements;
     std::thread([&] {
-        elements = take(pool, 100);  // and some that it has at hand
-        give(pool, {elements.begin() + 90, elements.end()});
+        elements = Take(pool, 100);  // and some that it has at hand
+        Give(pool, {elements.begin() + 90, elements.end()});
     }).join();
-    give(pool, {elements.begin(), elements.begin() + 90});
-    elements = chunk_from(elements[0]);
-    EXPECT_TRUE(are_free_again(pool, elements));
+    Give(pool, {elements.begin(), elements.begin() + 90});
+    elements = ChunkFrom(elements[0]);
+    EXPECT_TRUE(AreFreeAgain(pool, elements));
 
     pthread_key_t key;  // made after the library's, so its destructor runs later
-    ASSERT_EQ(0, pthread_key_create(&key, free_in_key_destructor));
+    ASSERT_EQ(0, pthread_key_create(&key, FreeInKeyDestructor));
     key_pool = &pool;
     std::thread([&] {
-        Elements own = take(pool);
+        Elements own = Take(pool);
         pthread_setspecific(key, own.back());
-        give(pool, {own.begin(), own.end() - 1});
+        Give(pool, {own.begin(), own.end() - 1});
     }).join();
     pthread_key_delete(key);
-    EXPECT_TRUE(are_free_again(pool, elements)) << "freed by a key's destructor";
+    EXPECT_TRUE(AreFreeAgain(pool, elements)) << "freed by a key's destructor";
 }
 
 TEST(PoolThreads, PoolsMayEndBeforeTheThreadsThatUsedThem) {
@@ -231,25 +221,25 @@ TEST(PoolThreads, PoolsMayEndBeforeTheThreadsThatUsedThem) {
     TestPool emptied;
     std::optional<TestPool> ending(std::in_place);
     std::thread thread([&] {
-        for (Pool* const pool : {&*ending, &emptied}) give(*pool, take(*pool));
+        for (Pool* const pool : {&*ending, &emptied}) Give(*pool, Take(*pool));
         used.set_value();
         ended.get_future().wait();
         TestPool successor;  // takes over the slot of the one that ended
-        EXPECT_TRUE(is_new_chunk(take(successor)));
-        EXPECT_TRUE(is_new_chunk(elements = take(emptied)));
-        give(emptied, elements);
+        EXPECT_TRUE(IsNewChunk(Take(successor)));
+        EXPECT_TRUE(IsNewChunk(elements = Take(emptied)));
+        Give(emptied, elements);
     });
     used.get_future().wait();
     emptied.Destroy();
     ending.reset();
     ended.set_value();
     thread.join();
-    EXPECT_TRUE(are_free_again(emptied, elements));
+    EXPECT_TRUE(AreFreeAgain(emptied, elements));
 }
 
 TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {
     TestPool pool;
-    Elements const elements = take(pool, 2500);  // more than a thread keeps
+    Elements const elements = Take(pool, 2500);  // more than a thread keeps
     std::atomic<bool> stop(false);
     auto const hold_the_lock = [&] {  // a chunk for each element, up to a limit
         for (int i = 0; i < 500000 && !stop; ++i) pool.Alloc(16, 0);
@@ -259,7 +249,7 @@ TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {
         pid_t const child = fork();
         if (child == 0) {
             alarm(20);  // a lock that nobody will open ends the child
-            give(pool, elements);
+            Give(pool, elements);
             for (std::size_t n = 1; n < elements.size(); ++n) pool.Alloc(16, 0);
             _exit(pool.Alloc(16, 0) != elements[0]);
         }

@@ -7,23 +7,23 @@ namespace {
 using Link = TOLink<std::string>;
 using Names = TOList<std::string>;
 
-int compare(Link const* link, std::string const* key) { return link->Contents().compare(*key); }
+int Compare(Link const* link, std::string const* key) { return link->Contents().compare(*key); }
 
-int compare_untyped(Link const* link, void const* key) {
+int CompareUntyped(Link const* link, void const* key) {
     return link->Contents().compare(static_cast<char const*>(key));
 }
 
-int initial(Link const* link, std::string const* key) { return link->Contents()[0] - (*key)[0]; }
+int Initial(Link const* link, std::string const* key) { return link->Contents()[0] - (*key)[0]; }
 
-int same_initial(Link const* link, void const* other) {
-    return initial(link, &static_cast<Link const*>(other)->Contents());
+int SameInitial(Link const* link, void const* other) {
+    return Initial(link, &static_cast<Link const*>(other)->Contents());
 }
 
-int base_initial(olink_t const* link, void const* other) {
-    return same_initial(static_cast<Link const*>(link), other);
+int BaseInitial(olink_t const* link, void const* other) {
+    return SameInitial(static_cast<Link const*>(link), other);
 }
 
-Names make(std::string const& words) {
+Names Make(std::string const& words) {
     Names names;
     std::istringstream in(words);
     for (std::string word; in >> word;) names.Append(word);
@@ -33,7 +33,7 @@ Names make(std::string const& words) {
 }  // namespace
 
 TEST(TOListDeathTest, PopTakesTheFirstAndGetTheLast) {
-    Names names = make("a b c");
+    Names names = Make("a b c");
     names.Insert("0");
     EXPECT_EQ("0", names.Pop());
     EXPECT_EQ("c", names.Get());
@@ -46,7 +46,7 @@ TEST(TOListDeathTest, PopTakesTheFirstAndGetTheLast) {
 }
 
 TEST(TOList, CopiesAreDeepAndMovesEmptyTheirSource) {
-    Names names = make("a b"), copy(names);
+    Names names = Make("a b"), copy(names);
     *copy.First() = "x";
     EXPECT_EQ("a b", Joined(names));
     copy = static_cast<Names const&>(copy);
@@ -61,28 +61,28 @@ TEST(TOList, CopiesAreDeepAndMovesEmptyTheirSource) {
 }
 
 TEST(TOList, FindsAndAddsOrReplaces) {
-    Names names = make("b c");
+    Names names = Make("b c");
     std::string const c = "c";
-    EXPECT_EQ(names[1], names.Find(compare, &c));
-    EXPECT_EQ(names[0], names.Find(compare_untyped, "b"));
-    EXPECT_EQ(nullptr, names.Find(compare_untyped, "z"));
-    EXPECT_EQ(names[1], &names.FindOrInsert("c", compare));
-    EXPECT_EQ(names[1], &names.FindOrAppend("c", compare));
-    EXPECT_EQ("a d", names.FindOrInsert("a", compare) + ' ' + names.FindOrAppend("d", compare));
+    EXPECT_EQ(names[1], names.Find(Compare, &c));
+    EXPECT_EQ(names[0], names.Find(CompareUntyped, "b"));
+    EXPECT_EQ(nullptr, names.Find(CompareUntyped, "z"));
+    EXPECT_EQ(names[1], &names.FindOrInsert("c", Compare));
+    EXPECT_EQ(names[1], &names.FindOrAppend("c", Compare));
+    EXPECT_EQ("a d", names.FindOrInsert("a", Compare) + ' ' + names.FindOrAppend("d", Compare));
     EXPECT_EQ("a b c d", Joined(names));
-    EXPECT_EQ("bb", names.ReplaceOrInsert("bb", initial));
-    EXPECT_EQ("cc", names.ReplaceOrAppend("cc", initial));
+    EXPECT_EQ("bb", names.ReplaceOrInsert("bb", Initial));
+    EXPECT_EQ("cc", names.ReplaceOrAppend("cc", Initial));
     EXPECT_EQ("0 e",
-              names.ReplaceOrInsert("0", initial) + ' ' + names.ReplaceOrAppend("e", initial));
+              names.ReplaceOrInsert("0", Initial) + ' ' + names.ReplaceOrAppend("e", Initial));
     EXPECT_EQ("0 a bb cc d e", Joined(names));
 }
 
 TEST(TOList, RemovesByKeyAndByFunctorAndLoops) {
-    Names names = make("a b a c b a d");
+    Names names = Make("a b a c b a d");
     std::string const b = "b", z = "z";
-    EXPECT_EQ(1, names.Remove(compare_untyped, "a"));
-    EXPECT_EQ(1, names.Remove(compare, &b));
-    EXPECT_EQ(0, names.Remove(compare, &z) + names.Remove(compare_untyped, "z"));
+    EXPECT_EQ(1, names.Remove(CompareUntyped, "a"));
+    EXPECT_EQ(1, names.Remove(Compare, &b));
+    EXPECT_EQ(0, names.Remove(Compare, &z) + names.Remove(CompareUntyped, "z"));
     EXPECT_EQ("a c b a d", Joined(names));
     std::string seen;
     auto const until_c = [](Link* link, void* out) {
@@ -91,8 +91,8 @@ TEST(TOList, RemovesByKeyAndByFunctorAndLoops) {
     };
     EXPECT_EQ(7, names.Loop(until_c, &seen));
     EXPECT_EQ("ac", seen);
-    EXPECT_EQ(2, names.RemoveLoop(compare, names.First()));  // a key in the list
-    EXPECT_EQ(1, names.RemoveLoop(compare_untyped, "c"));
+    EXPECT_EQ(2, names.RemoveLoop(Compare, names.First()));  // a key in the list
+    EXPECT_EQ(1, names.RemoveLoop(CompareUntyped, "c"));
     EXPECT_EQ("b d", Joined(names));
     struct : olist_cmpo_t {
         int operator()(olink_t const* link) const override {
@@ -115,19 +115,19 @@ TEST(TOList, SortIsStableAndUniqComparesWithThePredecessorAsItStood) {
             names.Append(model.back());
         }
         std::stable_sort(model.begin(), model.end(), by_initial);
-        round % 2 ? names.olist_t::Sort(base_initial) : names.Sort(same_initial);
+        round % 2 ? names.olist_t::Sort(BaseInitial) : names.Sort(SameInitial);
         EXPECT_TRUE(std::equal(model.begin(), model.end(), names.begin(), names.end()));
         model.erase(std::unique(model.begin(), model.end(), equal), model.end());
-        names.Uniq(same_initial);
+        names.Uniq(SameInitial);
         ASSERT_TRUE(std::equal(model.begin(), model.end(), names.begin(), names.end())) << round;
     }
-    Names chain = make("1 2 3 5 6");  // 3 goes because of 2, which goes too
-    chain.Uniq([](Link const* link, void const* before) { return same_initial(link, before) - 1; });
+    Names chain = Make("1 2 3 5 6");  // 3 goes because of 2, which goes too
+    chain.Uniq([](Link const* link, void const* before) { return SameInitial(link, before) - 1; });
     EXPECT_EQ("1 5", Joined(chain));
 }
 
 TEST(TOListIterator, WalksToTheLastLinkOfTheBinding) {
-    Names names = make("a b");
+    Names names = Make("a b");
     TOListIterator<std::string> it(names);
     names.Append("late");
     EXPECT_EQ("a", *it.Succ());

@@ -9,12 +9,7 @@
 
 namespace {
 
-static_assert(std::is_nothrow_move_constructible_v<String_t>);
-static_assert(std::is_nothrow_move_assignable_v<String_t>);
 static_assert(!std::is_convertible_v<unsigned, String_t>);
-static_assert(!std::is_convertible_v<std::string_view, String_t>);
-static_assert(!std::is_convertible_v<String_t, std::string_view>);
-static_assert(sizeof(String_t) == sizeof(void*));
 
 constexpr unsigned kMost = 0xFFFFFFFF;
 
