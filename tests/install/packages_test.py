@@ -9,7 +9,6 @@ import tempfile
 
 from outside import ROOT, TRIPLETS, build_and_run, expect, run
 
-INTERFACE = ROOT / "tests" / "interface"
 MAINTAINER = "libkorbase developers <korbase@localhost>"
 
 
@@ -89,8 +88,8 @@ def main():
                                (0o644, root / "usr/include/korbase/korbase.h")):
                 expect(f"mode of {name}", mode, name.stat().st_mode & 0o7777)
             check_depends(run("dpkg-deb", "--field", packages[architecture][0], "Depends"), library)
-            run("python3", INTERFACE / "hardening.py", "--stripped", library)
-            run("python3", INTERFACE / "symbols.py", library)
+            run("python3", ROOT / "tests/interface/hardening.py", "--stripped", library)
+            run("python3", ROOT / "cmake/symbols.py", library)
             build_and_run(architecture, lib, scratch / architecture)
 
         names = [f"{package}:{architecture}" for architecture in TRIPLETS

@@ -5,15 +5,10 @@ using ProcessEnv = ProcessTest;
 
 TEST_F(ProcessEnv, KeepsTheFirstZone) {
     // c: ClearEnv, m: MinEnv, -: unset TZ, anything else: set TZ to that.
-    char const *const path = "PATH=/usr/bin:/bin ", *const rows[][2] = {
-                                                        {"c", "OLD= "},
-                                                        {"AcBc", "TZ=A "},
-                                                        {"cAc", "TZ=A "},
-                                                        {"Ac-c", ""},
-                                                        {"m", path},
-                                                        {"mAmBm", "PATH=/usr/bin:/bin TZ=A "},
-                                                        {"Am-m", path},
-                                                        {"AcBm", "PATH=/usr/bin:/bin TZ=B "}};
+    std::string const path = "PATH=/usr/bin:/bin ";
+    std::pair<char const*, std::string> const rows[] = {
+        {"c", "OLD= "}, {"AcBc", "TZ=A "},         {"cAc", "TZ=A "}, {"Ac-c", ""},
+        {"m", path},    {"mAmBm", path + "TZ=A "}, {"Am-m", path},   {"AcBm", path + "TZ=B "}};
     for (auto const& [steps, want] : rows) {
         InChild([steps = steps] {
             clearenv();

@@ -1,4 +1,4 @@
-"""What the shared library exports, against the list in cmake/symbols.txt.
+"""What the shared library exports, against the list in symbols.txt.
 
     symbols.py [--nm NM] LIBRARY            prints the difference, exit status 1 when there is one
     symbols.py --update LIBRARY64 LIBRARY32   writes the list anew from both targets
@@ -12,7 +12,7 @@ import re
 import subprocess
 import sys
 
-LIST = pathlib.Path(__file__).resolve().parents[2] / "cmake" / "symbols.txt"
+LIST = pathlib.Path(__file__).with_name("symbols.txt")
 SYMBOL = re.compile(r"(?P<address>[0-9a-f]+) (?:(?P<size>[0-9a-f]+) )?(?P<kind>\S) (?P<name>.*)")
 
 
