@@ -17,6 +17,7 @@
 #include <new>
 
 #include "exchange/connection.h"
+#include "exchange/messages.h"
 #include "exchange/pipeline.h"
 #include "layout/command_line.h"
 #include "layout/cutter.h"
@@ -40,7 +41,7 @@ public:
         : pipeline(server, distance), report(report) {}
 
     void Take(layout::Item&& item) override {
-        while (!pipeline.Reserve(item)) AddOldest();
+        while (!pipeline.HasRoomFor(item)) AddOldest();
         pipeline.Put(std::move(item));
     }
     void Finish() override {
@@ -66,16 +67,18 @@ struct Options : layout::CutOptions {
     bool quiet = false, stop = false;
 };
 
-int Cut(layout::CommandLine const& line, Options const& options, char** arguments) {
-    layout::Report report(line.Program(), options);
-    try {
-        exchange::Connection server(arguments[0], static_cast<unsigned>(options.seconds));
-        RemoteCutter cutter(server, options.distance, report);
-        return layout::CutFiles(arguments + 1, options, cutter, report);
-    } catch (SockIO::BaseException const&) {
-        report.Clear();
-        throw;
+// What the arguments ask for. Throws a SockIO exception when the connection fails.
+int Perform(layout::CommandLine const& line, Options const& options, char** arguments) {
+    auto const seconds = static_cast<unsigned>(options.seconds);
+    exchange::Connection server(exchange::Connect(arguments[0], seconds), seconds);
+    if (options.stop) {
+        exchange::WriteStop(server.Out());
+        exchange::ReadStop(server.In());
+        return 0;
     }
+    layout::Report report(line.Program(), options);
+    RemoteCutter cutter(server, options.distance, report);
+    return layout::CutFiles(arguments + 1, options, cutter, report);
 }
 
 int Run(char** argv) {
@@ -98,9 +101,7 @@ int Run(char** argv) {
                      : line.Complain("no file given", "");
     IgnoreSigPipe();
     try {
-        if (!options.stop) return Cut(line, options, arguments);
-        exchange::Connection(arguments[0], static_cast<unsigned>(options.seconds)).Stop();
-        return 0;
+        return Perform(line, options, arguments);
     } catch (SockIO::BaseException const& error) {
         // Of an error in connecting, the address is in the message.
         bool const connected = error.Code() >= 0;

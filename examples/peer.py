@@ -30,6 +30,7 @@ TYPES = "".join(NUMBERS) + "zsbS"  # char const*, String_t, ByteString, TOList<S
 STRING_LIMIT = 8190
 BYTES_LIMIT = 32785
 LIST_END = 0xFFFFFFFF
+STOP = 3  # asks a fracture server to end
 END_OF_INPUT, FAILED = 1, 2  # status bits of a stream
 TIMEOUT_S = 60
 
@@ -294,7 +295,6 @@ def cut(address, *paths):
         pieces = shapes = 0
         for points in polygons(path):
             writer = Writer()
-            writer.number("i", 1)
             put_polygon(writer, points)
             connection.send(writer)
             pieces += len(take_pieces(reader))
@@ -305,9 +305,9 @@ def cut(address, *paths):
 def stop(address):
     connection = Connection(address)
     writer = Writer()
-    writer.number("i", 0)
+    writer.number("C", STOP)
     connection.send(writer)
-    if Reader(connection.read).number("i") != 0:
+    if Reader(connection.read).number("C") != STOP:
         raise WireError("the server does not stop")
 
 

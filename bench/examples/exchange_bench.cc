@@ -162,7 +162,7 @@ private:
 // One thread's client, with texts of its own.
 class Client {
 public:
-    explicit Client(String_t const& address) : server(address, 60) {}
+    explicit Client(String_t const& address) : server(exchange::Connect(address, 60), 60) {}
 
     void Run() {
         Results results;
@@ -173,7 +173,7 @@ public:
         };
         for (layout::Item const& source : items) {
             layout::Item item = source;
-            while (!pipeline.Reserve(item)) take();
+            while (!pipeline.HasRoomFor(item)) take();
             pipeline.Put(std::move(item));
         }
         while (!pipeline.IsEmpty()) take();

@@ -10,11 +10,13 @@
 
 #include <cstring>
 
-#include "exchange/messages.h"
 #include "layout/command_line.h"
 
 namespace exchange {
 namespace {
+
+constexpr unsigned kAllErrors =
+    SockStream::kEof | SockStream::kFailed | SockStream::kBad | SockStream::kTimedOut;
 
 // A reference string is written HOST/PORT for an IPv6 address, but not read in that form.
 int Connect(String_t const& address, unsigned seconds, int& error) {
@@ -31,7 +33,9 @@ int Connect(String_t const& address, unsigned seconds, int& error) {
     return -1;
 }
 
-int ConnectOrThrow(String_t const& address, unsigned seconds) {
+}  // namespace
+
+int Connect(String_t const& address, unsigned seconds) {
     int error = 0;
     int const fd = Connect(address, seconds, error);
     if (fd >= 0) return fd;
@@ -39,31 +43,21 @@ int ConnectOrThrow(String_t const& address, unsigned seconds) {
     throw SockIO::ConnectError(address, error);
 }
 
-}  // namespace
-
 Descriptor::~Descriptor() { close(fd); }
 
-void PrepareSocket(int fd) {
+Connection::Connection(int fd, unsigned seconds) : socket(fd), out(fd), in(fd, out) {
+    out.Set(room[0], sizeof room[0]);
+    in.Set(room[1], sizeof room[1]);
+    // Only poll waits, so that time-outs hold; small messages go at once (not known to a local
+    // socket, which does so anyway).
     fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
-    ServerSocketBase::SetOption(fd, IPPROTO_TCP, TCP_NODELAY, 1);  // fails for a local socket
-}
-
-Connection::Connection(String_t const& address, unsigned seconds)
-    : socket(ConnectOrThrow(address, seconds)), out(socket.Get()), in(socket.Get()) {
-    PrepareSocket(socket.Get());
+    ServerSocketBase::SetOption(fd, IPPROTO_TCP, TCP_NODELAY, 1);
     // The system counts its own records in, and calls a local socket full at a quarter.
-    ServerSocketBase::SetOption(socket.Get(), SOL_SOCKET, SO_SNDBUF, 8 * kMaxUnanswered);
+    ServerSocketBase::SetOption(fd, SOL_SOCKET, SO_SNDBUF, 8 * kMaxUnanswered);
     for (SockStream* stream : {static_cast<SockStream*>(&out), static_cast<SockStream*>(&in)}) {
         stream->Exceptions(kAllErrors);
         stream->Timeout(seconds);
     }
-}
-
-void Connection::Stop() {
-    out << kStop << endm;
-    int answer = -1;
-    in >> answer;
-    if (answer != kStop) in.SetFailed();
 }
 
 }  // namespace exchange

@@ -1,4 +1,4 @@
-// A client's connection to a fracture server.
+// A connection between a fracture server and one of its clients.
 #ifndef KORBASE_EXAMPLES_EXCHANGE_CONNECTION_H
 #define KORBASE_EXAMPLES_EXCHANGE_CONNECTION_H
 
@@ -7,46 +7,56 @@
 
 namespace exchange {
 
-// Most bytes of requests without an answer.
+// Most bytes that a client sends before it reads the answers to them.
 constexpr unsigned kMaxUnanswered = 32 * 1024;
 
-// A descriptor that is closed at the end of its scope.
-class Descriptor {
-public:
+// The longest time-out.
+constexpr int kMaxSeconds = 2147483;
+
+// Connects to a reference string within `seconds`, 1 to kMaxSeconds. Returns the descriptor. Throws
+// SockIO::BaseException with a code below 0.
+int Connect(String_t const& address, unsigned seconds);
+
+// Closes a descriptor at the end of its scope.
+struct Descriptor {
     explicit Descriptor(int fd) : fd(fd) {}
     ~Descriptor();
     Descriptor(Descriptor const&) = delete;
     Descriptor& operator=(Descriptor const&) = delete;
-    int Get() const { return fd; }
 
-private:
-    int fd;
+    int const fd;
 };
 
-// Makes a connected socket ready for streams: it never waits outside of poll, so that time-outs
-// hold, and sends small messages at once.
-void PrepareSocket(int fd);
-
+// A stream for each direction. What is written goes out when the buffer is full, at endm, and
+// before waiting for input; not before every read as with an IOSockStream, so that messages that
+// come together are answered together.
 class Connection {
 public:
-    // Connects to a reference string within `seconds`, which are also what each wait for the server
-    // may last later; 1 to kMaxSeconds. Throws SockIO::ConnectError.
-    Connection(String_t const& address, unsigned seconds);
+    // Takes a connected socket over. Each wait for the other end may last `seconds`.
+    Connection(int fd, unsigned seconds);
 
     // All their errors throw.
     OSockStream& Out() { return out; }
     ISockStream& In() { return in; }
 
-    // Asks the server to end.
-    void Stop();
-
 private:
-    Descriptor socket;  // closed after the streams have gone
-    OSockStream out;
-    ISockStream in;
-};
+    struct Input : ISockStream {
+        Input(int fd, OSockStream& out) : ISockStream(fd), out(out) {}
+        // Not 0 for a descriptor that was not ready after all: that would cut a value short.
+        int Fill() override {
+            out.Flush();
+            int count;
+            while ((count = ISockStream::Fill()) == 0 && Good()) continue;
+            return count;
+        }
+        OSockStream& out;
+    };
 
-constexpr int kMaxSeconds = 2147483;
+    char room[2][32 * 1024];  // instead of the buffers that streams have: fewer waits
+    Descriptor const socket;  // closed after the streams have gone
+    OSockStream out;
+    Input in;
+};
 
 }  // namespace exchange
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
+#include <cstring>
 
 namespace exchange {
 namespace {
@@ -12,6 +13,8 @@ namespace {
 using layout::kMaxCoordinate;
 using layout::Record;
 
+// The first byte of a request: the kind of a record, or this.
+constexpr unsigned char kStop = Record::kCircle + 1;
 // The first byte of an answer, and its third value.
 enum Outcome : unsigned char { kCut, kRefused };
 enum Remains : unsigned char { kSomething, kFlat, kVanished };
@@ -35,13 +38,11 @@ void Require(ISockStream& in, bool good) {
 
 bool IsWithin(int value, int least, int most) { return value >= least && value <= most; }
 
-bool IsCoordinate(int value) { return IsWithin(value, -kMaxCoordinate, kMaxCoordinate); }
-
-int ReadCount(ISockStream& in, int least, int most) {
+unsigned ReadCount(ISockStream& in, int least, int most) {
     int count = 0;
     in >> count;
     Require(in, IsWithin(count, least, most));
-    return count;
+    return static_cast<unsigned>(count);
 }
 
 unsigned char ReadByte(ISockStream& in, unsigned char most) {
@@ -51,108 +52,74 @@ unsigned char ReadByte(ISockStream& in, unsigned char most) {
     return byte;
 }
 
-// Many numbers on their way into or out of a stream, a block at a time: the bytes are those of
-// the operators for int, which take three times as long.
-class NumberWriter {
-public:
-    explicit NumberWriter(OSockStream& out) : out(out) {}
-    void Put(gu_coord_t number) {
-        if (used == kBlock) Flush();
-        numbers[used++] = htonl(static_cast<std::uint32_t>(number));
+// Arrays of points, rectangles and trapezoids go a block at a time, which takes a third of the time
+// of the operators for int. The bytes are the same.
+constexpr unsigned kBlock = 256;
+
+// The numbers of an element, big end first or back from that. Whether all are coordinates then.
+template <class Element>
+bool Swap(Element& element) {
+    std::uint32_t numbers[sizeof element / sizeof(std::uint32_t)];
+    std::memcpy(numbers, &element, sizeof element);
+    bool good = true;
+    for (std::uint32_t& number : numbers) {
+        number = htonl(number);
+        good &= number + kMaxCoordinate <= 2u * kMaxCoordinate;
     }
-    void Flush() {
-        out.Write(reinterpret_cast<char const*>(numbers), static_cast<int>(4 * used));
-        used = 0;
+    std::memcpy(&element, numbers, sizeof element);
+    return good;
+}
+
+// Writes `elements` as what `make` makes of each.
+template <class Element, class Make>
+void WriteArray(OSockStream& out, TVarr<Element> const& elements, Make const& make) {
+    decltype(make(elements[0])) block[kBlock];
+    for (unsigned from = 0; from < elements.Len(); from += kBlock) {
+        unsigned const count = std::min(elements.Len() - from, kBlock);
+        for (unsigned i = 0; i < count; ++i) Swap(block[i] = make(elements[from + i]));
+        out.Write(reinterpret_cast<char const*>(block), static_cast<int>(count * sizeof *block));
     }
+}
 
-private:
-    static constexpr unsigned kBlock = 512;
-
-    OSockStream& out;
-    unsigned used = 0;
-    std::uint32_t numbers[kBlock];
-};
-
-class NumberReader {
-public:
-    // There are `count` numbers.
-    NumberReader(ISockStream& in, unsigned count) : in(in), left(count) {}
-    gu_coord_t Get() {
-        if (next == end) Fill();
-        return static_cast<gu_coord_t>(ntohl(numbers[next++]));
+// Memory is taken for what has come, and a block: a wrong count alone takes none.
+template <class Element>
+void ReadArray(ISockStream& in, unsigned left, TVarr<Element>& elements) {
+    for (elements.Reset(); left > 0;) {
+        unsigned const count = std::min(left, kBlock);
+        left -= count;
+        elements.Extend(count);
+        Element* const block = elements.Get() + elements.Len();
+        in.Read(reinterpret_cast<char*>(block), static_cast<int>(count * sizeof(Element)));
+        bool good = true;
+        for (unsigned i = 0; i < count; ++i) good &= Swap(block[i]);
+        Require(in, good);
+        elements.Adjust(elements.Len() + count);
     }
-    // The next one, which must be a coordinate.
-    gu_coord_t GetCoordinate() {
-        gu_coord_t const number = Get();
-        Require(in, IsCoordinate(number));
-        return number;
-    }
-
-private:
-    static constexpr unsigned kBlock = 512;
-
-    void Fill() {
-        next = 0;
-        end = std::min(left, kBlock);
-        left -= end;
-        in.Read(reinterpret_cast<char*>(numbers), static_cast<int>(4 * end));
-        Require(in, in.GCount() == static_cast<int>(4 * end));
-    }
-
-    ISockStream& in;
-    unsigned left;  // in the stream
-    unsigned next = 0, end = 0;
-    std::uint32_t numbers[kBlock];
-};
+}
 
 void WritePoints(OSockStream& out, layout::Outline const& points) {
     out << static_cast<int>(points.Len());
-    NumberWriter numbers(out);
-    for (gu_point_t const& point : points) {
-        numbers.Put(point.x);
-        numbers.Put(point.y);
-    }
-    numbers.Flush();
-}
-
-void ReadPoints(ISockStream& in, int least, int most, layout::Outline& points) {
-    auto const count = static_cast<unsigned>(ReadCount(in, least, most));
-    points.Reset();
-    points.Extend(count);
-    NumberReader numbers(in, 2 * count);
-    for (unsigned i = 0; i < count; ++i) {
-        gu_coord_t const x = numbers.GetCoordinate();
-        points.Ass({x, numbers.GetCoordinate()});
-    }
+    WriteArray(out, points, [](gu_point_t const& point) { return point; });
 }
 
 void WritePieces(OSockStream& out, bool rects, layout::Trapezoids const& pieces) {
     out << static_cast<unsigned char>(rects ? kRects : kTrapezoids)
         << static_cast<int>(pieces.Len());
-    NumberWriter numbers(out);
-    for (gu_trapezoid_t const& t : pieces) {
-        gu_coord_t const rect[] = {t.x_bl, t.y_b, t.x_br, t.y_t};
-        gu_coord_t const trapezoid[] = {t.x_bl, t.x_tl, t.x_tr, t.x_br, t.y_b, t.y_t};
-        if (rects)
-            for (gu_coord_t const number : rect) numbers.Put(number);
-        else
-            for (gu_coord_t const number : trapezoid) numbers.Put(number);
-    }
-    numbers.Flush();
+    if (rects)
+        WriteArray(out, pieces, [](gu_trapezoid_t const& piece) {
+            return gu_rect_t{piece.x_bl, piece.y_b, piece.x_br, piece.y_t};
+        });
+    else
+        WriteArray(out, pieces, [](gu_trapezoid_t const& piece) { return piece; });
 }
 
-// Pieces are kept as they come: a wrong count alone takes no memory.
 void ReadPieces(ISockStream& in, layout::Trapezoids& pieces) {
     bool const rects = ReadByte(in, kTrapezoids) == kRects;
-    auto const count = static_cast<unsigned>(ReadCount(in, 0, layout::kMaxPieces));
-    pieces.Reset();
-    NumberReader numbers(in, (rects ? 4 : 6) * count);
-    for (unsigned i = 0; i < count; ++i) {
-        gu_coord_t n[6];
-        for (int k = 0; k < (rects ? 4 : 6); ++k) n[k] = numbers.GetCoordinate();
-        pieces.App(rects ? gu_trapezoid_t{n[0], n[0], n[2], n[2], n[1], n[3]}
-                         : gu_trapezoid_t{n[0], n[1], n[2], n[3], n[4], n[5]});
-    }
+    unsigned const count = ReadCount(in, 0, layout::kMaxPieces);
+    if (!rects) return ReadArray(in, count, pieces);
+    TVarr<gu_rect_t> read(16, VARR_DOUBLE);
+    ReadArray(in, count, read);
+    layout::TakeRects(read, pieces);
 }
 
 // A line that does nothing to a terminal.
@@ -164,8 +131,6 @@ bool IsPlainText(String_t const& text) {
 
 }  // namespace
 
-int ReadRequest(ISockStream& in) { return ReadCount(in, kStop, kMaxRecords); }
-
 void WriteRecord(OSockStream& out, Record const& record, gu_coord_t distance) {
     bool const is_path = record.kind == Record::kPath, is_circle = record.kind == Record::kCircle;
     out << static_cast<unsigned char>(record.kind) << (is_path || is_circle ? record.size : 0)
@@ -176,23 +141,28 @@ void WriteRecord(OSockStream& out, Record const& record, gu_coord_t distance) {
     WritePoints(out, record.points);
 }
 
-gu_coord_t ReadRecord(ISockStream& in, Record& record) {
-    unsigned char const kind = ReadByte(in, Record::kCircle);
+unsigned RecordBytes(Record const& record) { return 1 + 4 + 2 + 4 + 4 + 8 * record.points.Len(); }
+
+Request ReadRequest(ISockStream& in, Record& record, gu_coord_t& distance) {
+    unsigned char kind = 0;
+    try {
+        kind = ReadByte(in, kStop);
+    } catch (SockIO::EndOfInput const&) {
+        return Request::kNothing;
+    }
+    if (kind == kStop) return Request::kStop;
     Limits const& limits = kLimits[kind];
     record.kind = static_cast<Record::Kind>(kind);
     short detail = 0;
-    gu_coord_t distance = 0;
     in >> record.size >> detail >> distance;
     Require(in, IsWithin(record.size, 0, limits.max_size) &&
                     IsWithin(detail, limits.least_detail, limits.max_detail) &&
                     IsWithin(distance, -layout::kMaxDistance, layout::kMaxDistance));
     record.ends = kind == Record::kPath ? detail : 0;
     record.segments = kind == Record::kCircle ? detail : 0;
-    ReadPoints(in, limits.least_points, limits.max_points, record.points);
-    return distance;
+    ReadArray(in, ReadCount(in, limits.least_points, limits.max_points), record.points);
+    return Request::kCut;
 }
-
-unsigned RecordBytes(Record const& record) { return 1 + 4 + 2 + 4 + 4 + 8 * record.points.Len(); }
 
 void WriteAnswer(OSockStream& out, layout::Shape const& shape, char const* problem) {
     if (problem != nullptr) {
@@ -216,12 +186,16 @@ void ReadAnswer(ISockStream& in, Record const& record, layout::Shape& shape, Str
     }
     shape.points = record.kind == Record::kCircle ? static_cast<unsigned>(record.segments)
                                                   : record.points.Len();
-    shape.removed = static_cast<unsigned>(ReadCount(in, 0, static_cast<int>(shape.points)));
+    shape.removed = ReadCount(in, 0, static_cast<int>(shape.points));
     unsigned char const remains = ReadByte(in, kVanished);
     shape.flat = remains == kFlat;
     shape.vanished = remains == kVanished;
-    ReadPoints(in, 0, layout::kMaxPoints, shape.outline);
+    ReadArray(in, ReadCount(in, 0, layout::kMaxPoints), shape.outline);
     ReadPieces(in, shape.pieces);
 }
+
+void WriteStop(OSockStream& out) { out << kStop << endm; }
+
+void ReadStop(ISockStream& in) { Require(in, ReadByte(in, kStop) == kStop); }
 
 }  // namespace exchange

@@ -16,27 +16,25 @@
 
 namespace exchange {
 
-constexpr int kMaxRecords = 1024;  // in a request
-constexpr int kStop = 0;           // a request of no records, and the answer to it
-
-constexpr unsigned kAllErrors =
-    SockStream::kEof | SockStream::kFailed | SockStream::kBad | SockStream::kTimedOut;
-
-// The number of records in the next request, or kStop.
-int ReadRequest(ISockStream& in);
+// What a client wants: a shape cut, the server to end, or nothing more, since it has closed.
+enum class Request { kCut, kStop, kNothing };
 
 // A polygon, a path or a circle, as a layout reader gives it, without its layer.
 void WriteRecord(OSockStream& out, layout::Record const& record, gu_coord_t distance);
-// Returns the distance.
-gu_coord_t ReadRecord(ISockStream& in, layout::Record& record);
 // What WriteRecord puts into a stream, in bytes.
 unsigned RecordBytes(layout::Record const& record);
+// Takes the next request; one for a shape fills in `record` and `distance`.
+Request ReadRequest(ISockStream& in, layout::Record& record, gu_coord_t& distance);
 
 // What the shape of a record became, or if `problem` is not null, why nothing.
 void WriteAnswer(OSockStream& out, layout::Shape const& shape, char const* problem);
 // The answer to `record`: fills in `shape`, but for its measures, or `problem`.
 void ReadAnswer(ISockStream& in, layout::Record const& record, layout::Shape& shape,
                 String_t& problem);
+
+// The request to end, which is its own answer.
+void WriteStop(OSockStream& out);
+void ReadStop(ISockStream& in);
 
 }  // namespace exchange
 

@@ -18,8 +18,8 @@
 #include <string>
 #include <utility>
 
-#include "exchange/service.h"
-#include "net/sockio_exceptions.h"
+#include "exchange/connection.h"
+#include "exchange/messages.h"
 
 namespace exchange {
 namespace {
@@ -72,6 +72,21 @@ String_t NameOf(int fd) {
     return ("process " + std::to_string(process.pid)).c_str();
 }
 
+// Answers the requests that come over `fd` until the client closes. Whether it has asked the server
+// to end. Throws a SockIO exception if the client is too slow, vanishes inside a request or breaks
+// the rules.
+bool Serve(int fd, unsigned seconds) {
+    Connection client(fd, seconds);
+    layout::Record record;
+    layout::Shape shape;
+    gu_coord_t distance = 0;
+    Request request;
+    while ((request = ReadRequest(client.In(), record, distance)) == Request::kCut)
+        WriteAnswer(client.Out(), shape, shape.Make(record, distance));
+    if (request == Request::kStop) WriteStop(client.Out());
+    return request == Request::kStop;
+}
+
 }  // namespace
 
 bool Server::ListenIn(String_t const& host, int first_port, int last_port) {
@@ -86,7 +101,8 @@ bool Server::ListenUn(String_t const& path) {
 }
 
 bool Server::Listen(std::unique_ptr<ServerSocketBase> socket, String_t const& where) {
-    if (!CatchSignals() || socket->Listen(1) < 0) {
+    // A local socket would let only a few clients wait until they are accepted, and refuse others.
+    if (!CatchSignals() || socket->Listen(1) < 0 || listen(socket->Fd(), SOMAXCONN) != 0) {
         Complain("cannot listen on " + where + ": " + ErrorText(errno));
         return false;
     }

@@ -20,7 +20,6 @@ void CutFile(char const* name, CutOptions const& options, Cutter& cutter, Report
         if (status == Reader::kEnd) break;
         item.line = reader.Line();
         if (status == Reader::kBadLine) item.problem = reader.Problem();
-        report.ShowProgress(item.line);
         cutter.Take(std::move(item));
     }
     cutter.Finish();

@@ -50,6 +50,7 @@ void Report::StartFile(char const* name) {
 
 void Report::Add(Item const& item, Shape const& shape, double seconds) {
     Record const& record = item.record;
+    progress.Show(file, item.line, shapes);
     if (!item.problem.IsNull()) {
         progress.Clear();
         StrFmt(std::cerr, "%s:%u: %s\n", file, item.line, item.problem.Get());

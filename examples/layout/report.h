@@ -33,6 +33,7 @@ struct Item {
 class Progress {
 public:
     Progress();
+    ~Progress() { Clear(); }
     void Show(char const* file, unsigned line, unsigned shapes);
     // Leaves an empty line for other output.
     void Clear();
@@ -51,8 +52,6 @@ public:
 
     // What is added from here on belongs to this file; the name must outlive the report.
     void StartFile(char const* name);
-    // Shows how far the reading has come.
-    void ShowProgress(unsigned line) { progress.Show(file, line, shapes); }
     // Takes the next line of the file; `shape` is what a shape became, in `seconds`.
     void Add(Item const& item, Shape const& shape, double seconds);
     // Ends the file, which could not be read to its end if `error`, an errno value, is not 0.
@@ -61,9 +60,6 @@ public:
     // Prints the table and writes the picture, if they are wanted. The exit status: 1 if there was
     // any complaint; then the file of the picture stays as it was.
     int Finish();
-
-    // Takes the progress off the terminal, for other messages.
-    void Clear() { progress.Clear(); }
 
 private:
     void AddShape(Item const& item, Shape const& shape, double seconds);
