@@ -18,6 +18,16 @@ std::uint32_t serial;
 pthread_key_t thread_key;
 enum { kNoKey, kKeyReady, kKeyGone } key_state;
 
+// When the library is unloaded, threads that live on must not call into it at their end.
+struct KeyOwner {
+    ~KeyOwner() {
+        pthread_mutex_lock(&mutex);
+        if (key_state == kKeyReady) pthread_key_delete(thread_key);
+        key_state = kKeyGone;
+        pthread_mutex_unlock(&mutex);
+    }
+} key_owner;
+
 }  // namespace
 
 class PoolLeases::Lock {
@@ -91,19 +101,5 @@ void PoolLeases::AfterFork() {
         if (pool) pthread_mutex_unlock(&pool->mutex);
     pthread_mutex_unlock(&mutex);
 }
-
-namespace {
-
-// When the library is unloaded, threads that live on must not call into it at their end.
-struct KeyOwner {
-    ~KeyOwner() {
-        pthread_mutex_lock(&mutex);
-        if (key_state == kKeyReady) pthread_key_delete(thread_key);
-        key_state = kKeyGone;
-        pthread_mutex_unlock(&mutex);
-    }
-} key_owner;
-
-}  // namespace
 
 }  // namespace korbase_detail

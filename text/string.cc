@@ -84,6 +84,12 @@ String_t Changed(String_t const& s, Change const& change) {
     return result;
 }
 
+String_t Joined(char const* a, char const* b) {
+    String_t result(a);
+    result += b;
+    return result;
+}
+
 }  // namespace
 
 void* String_t::Srep::operator new(std::size_t size) { return TakeRecord(size); }
@@ -245,16 +251,6 @@ String_t String_t::Copy(char const* s, std::size_t length) {
     result.rep = NewRecord(CopyText(s, length));
     return result;
 }
-
-namespace {
-
-String_t Joined(char const* a, char const* b) {
-    String_t result(a);
-    result += b;
-    return result;
-}
-
-}  // namespace
 
 String_t operator+(String_t const& a, String_t const& b) { return Joined(a, b); }
 String_t operator+(String_t const& a, char const* b) { return Joined(a, b); }

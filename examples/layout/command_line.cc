@@ -29,6 +29,18 @@ bool IsFlag(Option const& option, char const* argument) {
            (option.name != nullptr && str_cmp(argument, option.name) == 0);
 }
 
+// The option behind the cursor, and its value if it takes one; null when it is none of these.
+Option const* TakeOption(int& argc, char**& argv, std::initializer_list<Option> options,
+                         String_t& value) {
+    for (Option const& option : options) {
+        bool const here = option.value == nullptr
+                              ? IsFlag(option, argv[1])
+                              : CheckOpt(argc, &argv, option.letter, value) != 0;
+        if (here) return &option;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 int CommandLine::Complain(char const* what, char const* text) const {
@@ -45,22 +57,19 @@ char** CommandLine::Take(char** arguments, std::initializer_list<Option> options
             ++arguments;
             break;
         }
-        Option const* taken = nullptr;
         String_t value;
-        for (Option const& option : options) {
-            bool const here = option.value == nullptr
-                                  ? IsFlag(option, argument)
-                                  : CheckOpt(argc, &arguments, option.letter, value) != 0;
-            if (!here) continue;
-            taken = &option;
-            break;
+        Option const* const option = TakeOption(argc, arguments, options, value);
+        if (option == nullptr) {
+            Complain("unknown option ", argument);
+            return nullptr;
         }
-        if (taken == nullptr) return Complain("unknown option ", argument), nullptr;
-        if (taken->value == nullptr) {
-            *taken->flag = true;
+        if (option->value == nullptr) {
+            *option->flag = true;
+        } else if (value.IsNull()) {
+            Complain("a value is missing after ", argument);
+            return nullptr;
         } else {
-            if (value.IsNull()) return Complain("a value is missing after ", argument), nullptr;
-            *taken->value = value;
+            *option->value = value;
         }
     }
     return arguments + 1;

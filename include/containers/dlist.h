@@ -1,8 +1,8 @@
 // DList: an intrusive doubly linked ring; the caller derives records from DLink.
 //
 // Adding and removing are one step where the place is known. The list never allocates and never
-// copies a link. It owns its links only where it says "deletes", which includes its destructor. Not
-// synchronised.
+// copies a link. It owns its links only where it says "deletes", which includes its destructor. A
+// list belongs to one thread at a time.
 #ifndef KORBASE_CONTAINERS_DLIST_H
 #define KORBASE_CONTAINERS_DLIST_H
 

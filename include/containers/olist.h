@@ -2,7 +2,7 @@
 //
 // Adding at either end, taking the first link and splicing are one step. The list never allocates
 // and never copies a link. It owns its links only where it says "deletes", which includes its
-// destructor. Not synchronised.
+// destructor. A list belongs to one thread at a time.
 #ifndef KORBASE_CONTAINERS_OLIST_H
 #define KORBASE_CONTAINERS_OLIST_H
 

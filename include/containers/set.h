@@ -2,7 +2,8 @@
 //
 // An owned set grows to hold what is added to it. A fixed set works in words of the caller, which
 // must outlive it: it never grows, and members beyond its words are neither stored nor removed.
-// Growth allocates first, a set is unchanged if that throws. Not safe for concurrent use.
+// Growth allocates first, a set is unchanged if that throws. A set belongs to one thread at a
+// time.
 #ifndef KORBASE_CONTAINERS_SET_H
 #define KORBASE_CONTAINERS_SET_H
 

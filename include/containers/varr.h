@@ -1,7 +1,7 @@
 /* A growable array of elements of any byte size, for callers that use plain functions and malloc.
  *
  * Elements are copied byte by byte. Pointers into the array are void after a call that may grow it.
- * Exhausted memory ends the process as in SMalloc. Not safe for concurrent use of one array.
+ * Exhausted memory ends the process as in SMalloc. An array belongs to one thread at a time.
  * C11 and C++17. */
 #ifndef KORBASE_CONTAINERS_VARR_H
 #define KORBASE_CONTAINERS_VARR_H

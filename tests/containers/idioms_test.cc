@@ -1,9 +1,5 @@
 // What standard C++ expects of every value and container: moves, swap, range-for, views, hashes,
 // structured bindings.
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
 #include <string_view>
 #include <type_traits>
 #include <unordered_map>
@@ -18,6 +14,7 @@
 #include "generic/tsortedvector"
 #include "generic/tvarr"
 #include "generic/tvector"
+#include "tests/support/test.h"
 #include "text/bytestring.h"
 #include "text/string.h"
 
@@ -43,13 +40,6 @@ constexpr bool kNoView = ((!std::is_convertible_v<std::string_view, T> &&
                            !std::is_convertible_v<T, std::string_view>)&&...);
 static_assert(kNoView<String_t, ByteString>);  // never by accident
 
-template <class Range>
-std::string Joined(Range&& range) {
-    std::string all;
-    for (auto const& x : range) all += std::to_string(x) + ' ';
-    return all;
-}
-
 TEST(Idioms, RangeForGoesThroughEveryContainer) {
     TVarr<int> array(1, VARR_DOUBLE);
     Sorted sorted;
@@ -62,12 +52,12 @@ TEST(Idioms, RangeForGoesThroughEveryContainer) {
         set.add(x);
     }
     auto const& fixed = list;
-    EXPECT_EQ("7 5 |5 7 |7 5 |7 5 |5 7 |7 5 ", Joined(array) + '|' + Joined(sorted) + '|' +
-                                                   Joined(list) + '|' + Joined(vector) + '|' +
-                                                   Joined(set) + '|' + Joined(fixed));
+    EXPECT_EQ("7 5|5 7|7 5|7 5|5 7|7 5", Joined(array) + '|' + Joined(sorted) + '|' + Joined(list) +
+                                             '|' + Joined(vector) + '|' + Joined(set) + '|' +
+                                             Joined(fixed));
     for (int& x : list) ++x;
     std::swap(array[0], array[1]);
-    EXPECT_EQ("8 6 |5 7 ", Joined(list) + '|' + Joined(array));
+    EXPECT_EQ("8 6|5 7", Joined(list) + '|' + Joined(array));
 
     Map map;
     map.Insert("out", 2), map.Insert("in", 1);

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "tests/support/fragile.h"
 #include "tests/support/int_tree.h"
 
 namespace {
@@ -170,29 +171,21 @@ TEST(TMapNode, ServesTheTreeRoutines) {
     bnode_t::DeleteTree(root);
 }
 
-// A map of the caller's own types, with values that may fail to copy.
-struct Fragile {
-    Fragile() = default;
-    Fragile(Fragile const&) {
-        if (budget-- == 0) throw std::bad_alloc();
-    }
-    inline static int budget = -1;
-};
-
+// For maps of the caller's own types.
 struct Descending {
     int operator()(int const& a, int const& b) const { return b - a; }
 };
 
 TEST(TMapOfOwnTypes, IsUnchangedWhenACopyFails) {
-    TMap<int, Fragile, Descending> map, target;
+    TMap<int, Fragile<int>, Descending> map, target;
     for (int i = 0; i < 20; ++i) map[i];
     target[5];
     for (int copies = 0; copies < 20; ++copies) {
-        Fragile::budget = copies;
+        Fragile<int>::copies_left = copies;
         EXPECT_THROW(target = map, std::bad_alloc);
     }
-    Fragile::budget = 0;
-    EXPECT_THROW(map.Insert(100, Fragile()), std::bad_alloc);
+    Fragile<int>::copies_left = 0;
+    EXPECT_THROW(map.Insert(100, 1), std::bad_alloc);
     EXPECT_EQ(5, BalancedHeight(map.Root()));
     EXPECT_TRUE(map.begin()->key == 19 && !map.Find(100) && target.Find(5));
 }

@@ -1,7 +1,6 @@
 #include "generic/tvarr"
 
-#include <stdexcept>
-
+#include "tests/support/fragile.h"
 #include "tests/support/test.h"
 #include "text/string.h"
 
@@ -113,27 +112,16 @@ TEST(TVarr, RefusesWhatNoTargetCanHold) {
     EXPECT_EQ("1 2 3 of 4", Shown(a));
 }
 
-// An element whose assignments throw on demand.
-struct Fragile {
-    Fragile(int value = 0) : value(value) {}
-    Fragile(Fragile const&) = default;
-    Fragile& operator=(Fragile const& other) {
-        if (copies_left-- == 0) throw std::runtime_error("no more copies");
-        value = other.value;
-        return *this;
-    }
-    operator int() const { return value; }
-    int value;
-    inline static int copies_left = -1;
-};
-
 TEST(TVarr, LeavesTheArrayAloneWhenACopyThrows) {
-    TVarr<Fragile> a(3, VARR_DOUBLE);
+    using FragileInt = Fragile<int>;
+    TVarr<FragileInt> a(3, VARR_DOUBLE);
     for (int i = 0; i < 3; ++i) a.App(i);
-    Fragile* const buffer = a.Get();
-    for (int const left : {0, 2, 0, 1}) {
-        Fragile::copies_left = left;
-        EXPECT_THROW(left == 1 ? TVarr<Fragile>(a).Pop() : a.App(9), std::runtime_error);
+    FragileInt* const buffer = a.Get();
+    for (int const left : {0, 1, 2}) {
+        FragileInt::copies_left = left + 1;  // the first one is of the 9
+        EXPECT_THROW(a.App(9), std::bad_alloc);
+        FragileInt::copies_left = left;
+        EXPECT_THROW(TVarr<FragileInt>(a).Pop(), std::bad_alloc);
     }
     EXPECT_EQ("0 1 2 of 3", Shown(a));
     EXPECT_EQ(buffer, a.Get());
