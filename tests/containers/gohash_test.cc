@@ -250,6 +250,9 @@ TEST(Gohash, AFailedCopyLeavesTheTableAsItWas) {
         EXPECT_EQ(place, table.Find(String_t("a")));
         EXPECT_EQ(nullptr, table.Find(String_t("h")));
         EXPECT_NE(nullptr, table.Add("h"));
+        FragileText::copies_left = 0;
+        EXPECT_THROW(table.Add("i"), std::bad_alloc);  // into a slot that is there
+        EXPECT_EQ(8U, table.Card());
     }
 }
 

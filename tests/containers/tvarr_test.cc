@@ -61,8 +61,9 @@ void CheckSteps(T (*make)(unsigned)) {
                 break;
             case 6: ASSERT_EQ(buffer + length, a.Adjust(size + 1)); break;
             case 7: {
-                TVarr<T> const copy(a = *&a);
-                a = copy;
+                TVarr<T> copy(n, VARR_ADD);
+                copy = std::as_const(a = *&a);
+                a = TVarr<T>(copy);
                 ASSERT_TRUE(!buffer || a.Get() != copy.Get());
                 break;
             }
