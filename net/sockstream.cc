@@ -9,16 +9,16 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 #include "generic/tvarr"
+#include "net/waiting.h"
 
 namespace {
-
-constexpr unsigned kMaxSeconds = 2147483;  // as milliseconds they fit an int
 
 // Waits until `fd` is ready, at most `seconds` in all however often a signal interrupts. Returns
 // what poll does: positive when ready, 0 after the time, negative for a failure, which having no
@@ -29,7 +29,7 @@ int Wait(int fd, short events, unsigned seconds) {
         return -1;
     }
     using std::chrono::milliseconds;
-    milliseconds const limit(std::int64_t{std::min(seconds, kMaxSeconds)} * 1000);
+    milliseconds const limit(std::int64_t{std::min(seconds, korbase_detail::kMostSeconds)} * 1000);
     auto const deadline = std::chrono::steady_clock::now() + limit;
     milliseconds left = limit;
     for (;;) {
@@ -285,7 +285,7 @@ bool EndsWith(char const* line, unsigned length, char const* term, unsigned n) {
 
 ISockStream& ISockStream::Readln(char* buf, int size, char const* term) {
     bool const good = BeginRead();
-    if (size <= 0) return *this;
+    if (size == 0) return *this;
     buf[0] = '\0';
     if (size < 2 || !good) return *this;
 

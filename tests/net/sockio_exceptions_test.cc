@@ -1,21 +1,15 @@
 #include "net/sockio_exceptions.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
-#include <cstring>
-#include <string>
+
+#include "tests/support/test.h"
 
 namespace {
 
 TEST(SockIOExceptions, ShowMessageDetailAndCode) {
     using namespace SockIO;
     std::string const refused = std::strerror(ECONNREFUSED), broken = std::strerror(EPIPE);
-    struct {
-        BaseException got;
-        std::string text;
-        int code;
-    } const rows[] = {
+    Rows<BaseException, std::string, int> const rows = {
         {TimedOut(4), "timed out", 4},
         {IOError("lost", 5), "read/write error, lost", 5},
         {IOError(EPIPE, 6), "read/write error, " + broken, 6},
@@ -23,13 +17,12 @@ TEST(SockIOExceptions, ShowMessageDetailAndCode) {
         {ProtocolError(7), "protocol error", 7},
         {EndOfInput(0), "end of input", 0},
         {BaseException(), "unknown", -1},
-        {BaseException("m", String_t(), "second"), "m, , second", -1},
-    };
-    for (auto const& row : rows) {
+        {BaseException("m", String_t(), "second"), "m, , second", -1}};
+    for (auto const& [got, text, code] : rows) {
         BaseException copy;
-        copy = row.got;
-        EXPECT_EQ(row.text, copy.ToString().Get());
-        EXPECT_EQ(row.code, copy.Code()) << row.text;
+        copy = got;
+        EXPECT_EQ(text, copy.ToString().Get());
+        EXPECT_EQ(code, copy.Code()) << text;
     }
     EXPECT_THROW(throw EndOfInput(1), Except);
 }

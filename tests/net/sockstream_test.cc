@@ -1,26 +1,18 @@
 #include "net/sockstream.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <pthread.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <atomic>
-#include <cerrno>
-#include <climits>
-#include <functional>
 #include <thread>
 
-#include "base/unique_fd.h"
 #include "tests/net/scripted_streams.h"
+#include "tests/net/sockets.h"
+#include "tests/support/test.h"
 
 namespace {
-
-using korbase_detail::UniqueFd;
 
 struct SocketPair {
     SocketPair() {
@@ -37,11 +29,11 @@ struct SocketPair {
     void Say(std::string const& bytes) const {
         ASSERT_EQ(static_cast<ssize_t>(bytes.size()), write(far.Get(), bytes.data(), bytes.size()));
     }
-    // What comes up to the end or, without waiting, up to what is there.
-    std::string Hear(int flags = MSG_DONTWAIT) const {
+    // What is there.
+    std::string Hear() const {
         std::string all;
         char piece[4096];
-        for (ssize_t n; (n = recv(far.Get(), piece, sizeof piece, flags)) > 0;)
+        for (ssize_t n; (n = recv(far.Get(), piece, sizeof piece, MSG_DONTWAIT)) > 0;)
             all.append(piece, static_cast<std::size_t>(n));
         return all;
     }
@@ -83,30 +75,43 @@ TEST(OSockStream, SendsWhenFullAndOnRequest) {
     EXPECT_EQ(0, pair.Waiting());
 }
 
-TEST(OSockStream, KeepsWhatAStoppedPeerDidNotTake) {
-    SocketPair pair;
-    int const small = 1;
-    setsockopt(pair.near.Get(), SOL_SOCKET, SO_SNDBUF, &small, sizeof small);
-    fcntl(pair.near.Get(), F_SETFL, O_NONBLOCK);
-    std::string const text = Numbers(20000);
-    std::string heard;
-    OSockStream out(pair.near.Get());
+TEST(SockStreamThreads, FlushesInPieces) {
+    signal(SIGPIPE, SIG_IGN);
+    int fds[2];
+    ASSERT_EQ(0, pipe2(fds, O_NONBLOCK));
+    UniqueFd const writer(fds[1]);
+    int const room = fcntl(writer.Get(), F_SETPIPE_SZ, 4096);
+    ASSERT_EQ(4096, room);
+    struct : OSockStream {
+        std::string Pending() const { return std::string(base, cur); }
+    } out;
+    std::string const text = Numbers(4000);
+    std::string heard(room, ' ');
+    out.Bind(writer.Get());
     out.Timeout(0);
-    std::size_t put = 0;
-    int stops = 0;
-    while (put < text.size() && stops < 10000) {
-        out.Write(text.data() + put,
-                  static_cast<int>(std::min<std::size_t>(text.size() - put, 9000)));
-        put += static_cast<std::size_t>(out.PCount());
-        if (put == text.size()) out.Flush();
-        if (out.Good()) continue;
-        ++stops;
-        EXPECT_EQ(SockStream::kTimedOut, out.Clear());
-        heard += pair.Hear();
-    }
-    EXPECT_GT(stops, 1);
-    while (out.Flush() > 0 || out.Clear()) heard += pair.Hear();
-    EXPECT_EQ(text, heard + pair.Hear());
+    EXPECT_EQ(room, out.Write(text.data(), 8192).Flush());
+    EXPECT_EQ(SockStream::kTimedOut, out.Status());
+    EXPECT_EQ(0, out.Flush());
+    EXPECT_EQ(room, read(fds[0], heard.data(), heard.size()));
+    EXPECT_EQ(text.substr(0, 8192), heard + out.Pending());
+
+    out.Clear(), out.Exceptions(SockStream::kTimedOut);
+    EXPECT_THROW(out.Write(text.data(), room).Flush(), SockIO::TimedOut);
+    EXPECT_EQ(text.substr(0, 4096), out.Pending());
+
+    out.Clear(), out.Timeout(60);
+    EXPECT_EQ(room, read(fds[0], heard.data(), heard.size()));
+    out.Write(text.data(), room);
+    std::thread reader([end = fds[0]] {
+        pollfd data{end, POLLIN, 0};
+        poll(&data, 1, -1);
+        close(end);
+    });
+    EXPECT_EQ(-1, out.Flush());
+    EXPECT_EQ(EPIPE, errno);
+    reader.join();
+    EXPECT_EQ(SockStream::kBad, out.Status());
+    EXPECT_EQ(text.substr(0, 4096), out.Pending());  // without the part that was sent
 }
 
 TEST(ISockStream, ReadsWhatASlowPeerSendsAndToTheEnd) {
@@ -139,9 +144,19 @@ TEST(ISockStream, ReadsWhatASlowPeerSendsAndToTheEnd) {
     EXPECT_EQ(std::string("still", 6), pair.Hear());
 }
 
-TEST(IOSockStream, AsksBeforeItWaits) {
+TEST(ISockStream, CountsAllItsWaitingThroughSignals) {
+    SocketPair pair;
+    ISockStream in(pair.near.Get());
+    in.Timeout(1);
+    Interrupts signals;
+    EXPECT_EQ(0, in.Fill());
+    EXPECT_EQ(SockStream::kTimedOut, in.Status());
+}
+
+TEST(SockStreamThreads, AskBeforeTheyWait) {
     SocketPair pair;
     IOSockStream near(pair.near.Get()), far(pair.far.Get());
+    near.Timeout(1u << 29);  // a multiple of 2^32 milliseconds
     std::thread peer([&far] {
         int question = 0;
         far >> question;
@@ -160,95 +175,65 @@ TEST(IOSockStream, AsksBeforeItWaits) {
     EXPECT_EQ(2, pair.Waiting());
 }
 
-// Every way to a status bit, and that the exception mask turns it into an exception.
-TEST(SockStreamFailures, RaiseTheirBitAndThrowWhereAsked) {
-    signal(SIGPIPE, SIG_IGN);
-    struct Case {
-        SocketPair pair;
-        IOSockStream stream{pair.near.Get()};
-        void Peer(std::string const& bytes) {
-            pair.Say(bytes);
-            pair.far.Reset();
-        }
-    };
-    std::string const zero(3, '\0');
+// One use of a stream, by its letter.
+void Use(IOSockStream& stream, char how) {
     int number;
     long big;
-    String_t s;
-    ByteString bytes;
-    TOList<String_t> list;
-    struct {
-        char const* name;
-        unsigned bit;
-        std::function<void(Case&)> act;
-        char const* text;
-    } const rows[] = {
-        {"closed", 1, [&](Case& c) { c.Peer(""), c.stream >> number; }, "end of input"},
-        {"refill after the end", 1,
-         [&](Case& c) {
-             c.Peer("");
-             unsigned const mask = c.stream.Exceptions(0);
-             c.stream >> number;
-             c.stream.Exceptions(mask);
-             c.stream.Fill();
-         },
-         "end of input"},
-        {"inside an int", 1, [&](Case& c) { c.Peer(zero), c.stream >> number; }, "end of input"},
-        {"inside a byte string", 1, [&](Case& c) { c.Peer(zero + "\5ab"), c.stream >> bytes; },
-         "end of input"},
-        {"long", 2, [&](Case& c) { c.Peer(zero + "\1" + zero + "\1"), c.stream >> big; },
-         "protocol error"},
-        {"string length", 2, [&](Case& c) { c.Peer("\xff" + zero), c.stream >> s; },
-         "protocol error"},
-        {"string content", 2, [&](Case& c) { c.Peer(zero + "\3a" + zero), c.stream >> s; },
-         "protocol error"},
-        {"byte string length", 2, [&](Case& c) { c.Peer("\1" + zero), c.stream >> bytes; },
-         "protocol error"},
-        {"read", 4,
-         [&](Case& c) {
-             c.stream.Bind(open("/dev/null", O_WRONLY)), c.pair.far.Reset(c.stream.Fd()),
-                 c.stream >> number;
-         },
-         "read/write error, Bad file descriptor"},
-        {"write", 4, [&](Case& c) { c.pair.far.Reset(), c.stream << 1 << endm; },
-         "read/write error, Broken pipe"},
-        {"unread", 4, [&](Case& c) { c.Peer("ab"), c.stream.Fill(), c.stream.Fill(); },
-         "read/write error, Illegal seek"},
-        {"unbound out", 4, [&](Case& c) { c.stream.Unbind(), c.stream << 1 << endm; },
-         "read/write error, Bad file descriptor"},
-        {"unbound in", 4, [&](Case& c) { c.stream.Unbind(), c.stream >> number; },
-         "read/write error, Bad file descriptor"},
-        {"silence", 8, [&](Case& c) { c.stream.Timeout(0), c.stream >> number; }, "timed out"}};
-    for (auto const& row : rows) {
-        Case quiet, loud;
-        row.act(quiet);
-        EXPECT_EQ(row.bit, quiet.stream.Status()) << row.name;
-        EXPECT_EQ(0u, loud.stream.Exceptions(15));
-        try {
-            row.act(loud);
-            ADD_FAILURE() << row.name;
-        } catch (SockIO::BaseException const& e) {
-            EXPECT_EQ(row.bit, loud.stream.Status()) << row.name;
-            EXPECT_STREQ(row.text, e.ToString()) << row.name;
-            EXPECT_EQ(loud.stream.Fd(), e.Code()) << row.name;
+    unsigned const mask = stream.Exceptions();
+    switch (how) {
+        case 'i': stream >> number; break;
+        case 'l': stream >> big; break;
+        case 'w': stream << 1 << endm; break;
+        case 'f': stream.Fill(); break;
+        case 'u': stream.Unbind(); break;
+        default: stream.Exceptions(0), stream.Fill(), stream.Exceptions(mask);
+    }
+}
+
+// What has a status bit and, where the exception mask asks for it, an exception.
+TEST(SockStreamFailures, RaiseTheirBitAndThrowWhereAsked) {
+    signal(SIGPIPE, SIG_IGN);
+    UniqueFd const write_only(open("/dev/null", O_WRONLY));
+    int const bad = write_only.Get();
+    Rows<unsigned, char const*, char const*, int, char const*> const rows = {
+        {1, "", "i", 0, "end of input"},
+        {1, "", "qf", 0, "end of input"},  // a refill after the end
+        {2, "12345678", "l", 0, "protocol error"},
+        {4, "", "i", bad, "read/write error, Bad file descriptor"},
+        {4, "", "w", 0, "read/write error, Broken pipe"},
+        {4, "ab", "ff", 0, "read/write error, Illegal seek"},  // unread bytes
+        {4, "", "uw", 0, "read/write error, Bad file descriptor"},
+        {4, "", "ui", 0, "read/write error, Bad file descriptor"},
+        {8, nullptr, "i", 0, "timed out"}};
+    for (auto const& [bits, input, uses, fd, text] : rows) {
+        for (bool const loud : {false, true}) {
+            SocketPair pair;
+            IOSockStream stream(fd == bad ? fd : pair.near.Get());
+            stream.Timeout(0);
+            if (input) pair.Say(input), pair.far.Reset();
+            EXPECT_EQ(0u, stream.Exceptions(loud ? 15 : 0));
+            std::string thrown = text;
+            try {
+                for (char const* use = uses; *use; ++use) Use(stream, *use);
+                EXPECT_FALSE(loud) << uses;
+            } catch (SockIO::BaseException const& e) {
+                thrown = e.ToString();
+                EXPECT_EQ(stream.Fd(), e.Code()) << uses;
+            }
+            EXPECT_EQ(text, thrown) << uses;
+            EXPECT_EQ(bits, stream.Status()) << uses;
         }
     }
     {
-        Case gone;
-        gone.pair.far.Reset();
-        OSockStream doomed(gone.pair.near.Get());
-        doomed.Exceptions(15);
-        (gone.stream << 1).Exceptions(15);
-        doomed << 1;
-        EXPECT_EQ(gone.pair.near.Get(), gone.stream.Unbind());
-        EXPECT_EQ(SockStream::kBad, gone.stream.Status());
+        SocketPair gone;
+        gone.far.Reset();
+        OSockStream doomed(gone.near.Get()), left(gone.near.Get());
+        (doomed << 1).Exceptions(15);
+        (left << 1).Exceptions(15);
+        EXPECT_EQ(gone.near.Get(), left.Unbind());
+        EXPECT_EQ(SockStream::kBad, left.Status());
     }  // nothing leaves the destructor either
 
-    Case ended;
-    ended.Peer(zero + "\5ab");
-    ended.stream >> s;
-    EXPECT_EQ(SockStream::kEof | SockStream::kFailed, ended.stream.Status());
-    EXPECT_STREQ("", s);
     OSockStream out(-1);
     EXPECT_EQ(0u, out.SetStatus(10));
     EXPECT_EQ(10u, out.SetStatus(5));
@@ -279,10 +264,11 @@ TEST(ISockStream, ReadsLines) {
                       {"012\n", "\n", 5, "012", 3, 0, "012"},
                       {"ab", "\n", 1, "", 0, 0, "ab"},
                       {"ab", "\n", 0, "#", 0, 0, "ab"},
-                      {"ab", "\n", -3, "#", 0, 0, "ab"}};
+                      {"ab", "\n", -3, "", 0, 0, "ab"}};
     for (auto const& row : rows) {
         char buf[16] = "#";
-        Source in(row.input, 0), same(row.input, 0);
+        Sink tie;
+        Source in(row.input, 0, &tie), same(row.input, 0, &tie);
         in.Readln(buf, row.size, row.term);
         EXPECT_STREQ(row.want, buf) << row.input;
         EXPECT_EQ(row.gcount, in.GCount()) << row.input;
@@ -290,6 +276,8 @@ TEST(ISockStream, ReadsLines) {
         String_t s("#");
         same.Readln(s, row.term);
         EXPECT_STREQ(row.whole, s) << row.input;
+        EXPECT_EQ(0, in.Read(buf, 0).RevRead(buf, -1).GCount());
+        EXPECT_EQ(4u, tie.log.size());  // flushed before each
         EXPECT_EQ(*row.input ? 0u : SockStream::kEof, same.Status()) << row.input;
         same.SetBad();
         EXPECT_STREQ("", (same.Readln(s, row.term), s));
@@ -325,91 +313,6 @@ TEST(SockStreamBumps, MoveWhatIsBufferedWithinTheBuffer) {
     Source in(std::string(8192, 'x'), 0);
     in.Fill(), in.GBump(INT_MAX);
     EXPECT_EQ(8192u, in.Unread());
-}
-
-std::atomic<int> interrupts{0};
-
-// Signals this thread until the other side is ready for the end, which comes after 100 of them.
-template <class Wait, class End>
-void UnderSignals(Wait const& wait, End const& end) {
-    struct sigaction action {};
-    action.sa_handler = [](int) { ++interrupts; };
-    sigaction(SIGUSR1, &action, nullptr);
-    interrupts = 0;
-    std::atomic<bool> done{false};
-    std::thread storm([&, self = pthread_self()] {
-        bool ended = false;
-        while (!done) {
-            pthread_kill(self, SIGUSR1);
-            std::this_thread::yield();
-            if (!ended && interrupts >= 100) end(), ended = true;
-        }
-    });
-    wait();
-    done = true;
-    storm.join();
-    EXPECT_GE(interrupts, 100);
-}
-
-TEST(SockStreamThreads, WaitThroughInterruptions) {
-    SocketPair pair;
-    IOSockStream stream(pair.near.Get());
-    int number = 0;
-    UnderSignals([&] { stream >> number; }, [&] { pair.Say(std::string("\0\0\0\5", 4)); });
-    EXPECT_EQ(5, number);
-    stream.Timeout(1);  // all the waiting counts: the signals do not make it longer
-    UnderSignals([&] { stream >> number; }, [] {});
-    EXPECT_EQ(SockStream::kTimedOut, stream.Clear());
-
-    stream.Timeout(0);
-    std::string const block(8192, 'x');
-    std::size_t sent = 0;
-    for (; stream.Good(); sent += stream.Good() ? 8192 : 0)
-        stream.Write(block.data(), 8192).Flush();
-    stream.Clear();
-    stream.Timeout(60);
-    std::string heard;
-    UnderSignals([&] { stream.Flush(); }, [&] { heard = pair.Hear(); });
-    EXPECT_TRUE(stream.Good());
-    EXPECT_EQ(sent + 8192, heard.size() + pair.Hear().size());
-}
-
-TEST(SockStreamThreads, PassValuesThroughASlowPeer) {
-    SocketPair pair, relayed;
-    std::thread slow([&] {
-        char c;
-        while (read(pair.far.Get(), &c, 1) == 1 && write(relayed.far.Get(), &c, 1) == 1) continue;
-        shutdown(relayed.far.Get(), SHUT_WR);
-    });
-    std::string const text = Numbers(1800);
-    std::thread sender([&] {
-        TOList<String_t> list;
-        list.Append(String_t(text.c_str()));
-        list.Append("");
-        OSockStream out(pair.near.Get());
-        for (int i = 0; i < 5; ++i) out << i << list << i / 2.0;
-        out.Writeln(String_t("done"), "\r\n");
-        out << endm;
-        shutdown(out.Fd(), SHUT_WR);
-    });
-    ISockStream in(relayed.near.Get());
-    for (int i = 0; i < 5; ++i) {
-        int number = -1;
-        TOList<String_t> list;
-        double half = -1;
-        in >> number >> list >> half;
-        EXPECT_EQ(i, number);
-        ASSERT_TRUE(list.First());
-        EXPECT_STREQ(text.c_str(), *list.First());
-        EXPECT_STREQ("", *list.Last());
-        EXPECT_EQ(i / 2.0, half);
-    }
-    String_t line;
-    in.Readln(line, "\r\n");
-    EXPECT_STREQ("done", line);
-    EXPECT_TRUE(in.Good());
-    sender.join();
-    slow.join();
 }
 
 }  // namespace

@@ -1,24 +1,13 @@
 #include "net/sockstream_values.h"
 
-#include <gtest/gtest.h>
 #include <net/strbinstream.h>
 
-#include <climits>
-#include <cstdio>
+#include <functional>
 
 #include "tests/net/scripted_streams.h"
+#include "tests/support/test.h"
 
 namespace {
-
-std::string Hex(std::string const& bytes) {
-    std::string hex;
-    char digits[3];
-    for (char const c : bytes) {
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned char>(c));
-        hex += digits;
-    }
-    return hex;
-}
 
 template <class T>
 std::string Sent(T const& value) {
@@ -39,142 +28,137 @@ std::string BigEnd(std::uint64_t value, unsigned bytes) {
     return result;
 }
 
-// What the value after `value` was sent and received is, and what it looked like on the way.
-template <class T>
-std::string Way(T value) {
-    std::string const sent = Sent(value);
-    T back{};
-    Source in(sent, 0);
-    in >> back;
-    EXPECT_EQ(Raw(value), Raw(back));
-    EXPECT_TRUE(in.Good());
-    EXPECT_EQ(0u, in.Unread());
-    return Hex(sent);
+TEST(SockStreamValues, AreNotSentWhenTheyDoNotFit) {
+    EXPECT_EQ(std::string(1 + 4 + 4, '\0'),
+              Sent(static_cast<char const*>(nullptr)) + Sent(String_t()) + Sent(ByteString()));
+    if (sizeof(long) == 4) return;
+    Sink out;
+    for (long long const value : {1LL << 31, -(1LL << 31) - 1, 1LL << 32}) {
+        out << static_cast<long>(value);
+        EXPECT_EQ(SockStream::kFailed, out.Clear()) << value;
+        if (value >> 32 == 1) out << static_cast<unsigned long>(value);
+    }
+    EXPECT_EQ(SockStream::kFailed, out.Clear());
+    out << static_cast<long>(INT_MIN) << 0xfffffffful;
+    EXPECT_TRUE(out.Good());
+    EXPECT_EQ(BigEnd(1u << 31, 8) + BigEnd(0xffffffffu, 8), out.Content());
 }
 
-TEST(SockStreamValues, TravelAsTheTableSays) {
-    struct {
-        std::string got;
-        char const* want;
-    } const rows[] = {{Way('c'), "63"},
-                      {Way(static_cast<unsigned char>(0xfe)), "fe"},
-                      {Way<short>(-2), "fffe"},
-                      {Way<unsigned short>(0xabcd), "abcd"},
-                      {Way(1), "00000001"},
-                      {Way(INT_MIN), "80000000"},
-                      {Way(0xdeadbeefu), "deadbeef"},
-                      {Way(-1L), "00000000ffffffff"},
-                      {Way(static_cast<long>(INT_MIN)), "0000000080000000"},
-                      {Way(0xfffffffful), "00000000ffffffff"},
-                      {Way(-2LL), "fffffffffffffffe"},
-                      {Way(0x0123456789abcdefull), "0123456789abcdef"},
-                      {Way(1.5f), "3fc00000"},
-                      {Way(-2.0), "c000000000000000"},
-                      {Hex(Sent<char const*>("ab")), "616200"},
-                      {Hex(Sent<char const*>(nullptr)), "00"},
-                      {Hex(Sent(String_t())), "00000000"},
-                      {Hex(Sent(String_t(""))), "00000000"},
-                      {Hex(Sent(String_t("ab"))), "00000002616200"},
-                      {Hex(Sent(ByteString())), "00000000"},
-                      {Hex(Sent(ByteString("a\0", 2))), "000000026100"},
-                      {Hex(Sent(TOList<String_t>())), "ffffffff"}};
-    for (auto const& row : rows) EXPECT_EQ(row.want, row.got);
+// What was thrown, if anything.
+template <class Act>
+std::string Thrown(Act const& act) {
+    try {
+        act();
+    } catch (SockIO::BaseException const& e) {
+        return e.Kind();
+    }
+    return "";
+}
 
-    if (sizeof(long) == 8) {
-        Sink out;
-        for (long long const value : {1LL << 31, -(1LL << 31) - 1, 1LL << 32}) {
-            out << static_cast<long>(value);
-            EXPECT_EQ(SockStream::kFailed, out.Clear()) << value;
-            if (value >> 32 == 1) out << static_cast<unsigned long>(value);
+// The documented encoding, one byte at a time.
+struct Writer {
+    Sink out;
+    int count = 0;  // of the bytes that got in
+
+    void Write(std::string const& bytes) {
+        count = 0;
+        Append(bytes);
+    }
+    void Append(std::string const& bytes) {
+        for (std::size_t i = 0; i < bytes.size() && out.Good(); ++i) {
+            auto const [result, stored] = out.Store(bytes[i]);
+            count += stored ? 1 : 0;
+            if (result < 0) break;
         }
-        EXPECT_EQ(SockStream::kFailed, out.Clear());
-        EXPECT_EQ(0u, out.Pending());
     }
-}
-
-// One byte at a time, as documented: the count of the bytes that got in.
-int ModelWrite(Sink& out, std::string const& bytes) {
-    int count = 0;
-    for (std::size_t i = 0; i < bytes.size() && out.Good(); ++i) {
-        auto const [result, stored] = out.Store(bytes[i]);
-        count += stored ? 1 : 0;
-        if (result < 0) break;
+    void Text(std::string const& bytes) {
+        for (char const c : bytes) {
+            auto const [result, stored] = out.Store(c);
+            if (result < 0 || !stored) break;
+        }
     }
-    return count;
-}
-
-void ModelText(Sink& out, std::string const& bytes) {
-    for (char const c : bytes) {
-        auto const [result, stored] = out.Store(c);
-        if (result < 0 || !stored) break;
-    }
-}
+};
 
 TEST(SockStreamValues, AreWrittenAsByteAfterByte) {
     for (unsigned seed = 1; seed <= 12; ++seed) {
         std::mt19937_64 random(seed);
-        Sink real(seed), model(seed);
+        Sink real(seed);
+        Writer model{Sink(seed)};
+        real.Exceptions(seed % 4 * 4), model.out.Exceptions(seed % 4 * 4);
         for (int step = 0; step < 1500; ++step) {
             std::uint64_t const bits = random();
-            std::string const text(bits % 4 ? bits % 40 : bits % 5000,
+            auto const half = static_cast<std::uint32_t>(bits);
+            std::size_t const room = 8192 - real.Pending(),
+                              to_end = room - std::min<std::size_t>(room, bits / 64 % 8);
+            std::string const text(bits % 16 == 0 ? to_end
+                                   : bits % 4     ? bits % 40
+                                                  : bits % 5000,
                                    static_cast<char>('a' + bits % 26));
-            int count = real.PCount();
+            auto const length = static_cast<unsigned>(text.size());
+            auto const n = static_cast<int>(bits % 32 ? length : 0 - length);
+            char const* const term = bits % 3 ? "\r\n" : nullptr;
+            unsigned const kind = random() % 12;
+            std::function<void()> act = [] {};
+            std::vector<std::string> writes;  // that the model makes
+            std::string append, put;
+            bool flush = false;
             auto const number = [&](auto value) {
-                real << value;
-                count = ModelWrite(model, BigEnd(bits, sizeof value));
+                act = [&real, value] { real << value; };
+                writes = {BigEnd(bits, sizeof value)};
             };
-            switch (random() % 12) {
+            if (kind == 6 || kind == 7) writes = {BigEnd(length, 4), text};
+            if (kind == 6) writes[1] += '\0';
+            if (length == 0 && !writes.empty()) writes.pop_back();
+            switch (kind) {
                 case 0: number(static_cast<short>(bits)); break;
                 case 1: number(static_cast<int>(bits)); break;
                 case 2: number(static_cast<unsigned long long>(bits)); break;
-                case 3:
-                    real << static_cast<unsigned long>(static_cast<std::uint32_t>(bits));
-                    count = ModelWrite(model, BigEnd(static_cast<std::uint32_t>(bits), 8));
+                case 3: number(static_cast<unsigned long>(half)), writes = {BigEnd(half, 8)}; break;
+                case 4:
+                    number(static_cast<char>(bits)), writes.clear(), put = BigEnd(bits, 1);
                     break;
-                case 4: real << static_cast<char>(bits), ModelText(model, BigEnd(bits, 1)); break;
-                case 5: real << text.c_str(), ModelText(model, text + '\0'); break;
-                case 6:
-                    real << String_t(std::string_view(text));
-                    count = ModelWrite(model, BigEnd(text.size(), 4));
-                    if (!text.empty()) count = ModelWrite(model, text + '\0');
-                    break;
-                case 7:
-                    real << ByteString(text.data(), static_cast<unsigned>(text.size()));
-                    count = ModelWrite(model, BigEnd(text.size(), 4));
-                    if (!text.empty()) count = ModelWrite(model, text);
-                    break;
+                case 5: act = [&] { real << text.c_str(); }, put = text + '\0'; break;
+                case 6: act = [&] { real << String_t(std::string_view(text)); }; break;
+                case 7: act = [&] { real << ByteString(text.data(), length); }; break;
                 case 8:
-                    real.Write(text.data(), static_cast<int>(text.size())),
-                        count = ModelWrite(model, text);
+                    act = [&] { real.Write(text.data(), n); }, writes = {n < 0 ? "" : text};
                     break;
                 case 9:
-                    real.RevWrite(text.data(), static_cast<int>(text.size()));
-                    count = ModelWrite(model, std::string(text.rbegin(), text.rend()));
+                    act = [&] { real.RevWrite(text.data(), n); };
+                    writes = {n < 0 ? "" : std::string(text.rbegin(), text.rend())};
                     break;
                 case 10:
-                    real.Writeln(String_t(text.c_str()), "\r\n");
-                    count = ModelWrite(model, text), count += ModelWrite(model, "\r\n");
+                    act = [&] { real.Writeln(String_t(text.c_str()), term); };
+                    writes = {text}, append = term ? term : "";
                     break;
                 default:
-                    if (bits % 8 == 0) real.Flush(), model.Flush();
-                    if (bits % 2) real.Clear(), model.Clear();
+                    if (bits % 8 == 0) act = [&] { real.Flush(); }, flush = true;
+                    if (bits % 2) real.Clear(), model.out.Clear();
             }
-            ASSERT_EQ(model.Status(), real.Status()) << seed << ':' << step;
-            ASSERT_EQ(count, real.PCount()) << seed << ':' << step;
-            ASSERT_EQ(model.Content(), real.Content()) << seed << ':' << step;
+            std::string const thrown = Thrown(act);
+            std::string const want = Thrown([&] {
+                for (std::string const& bytes : writes) model.Write(bytes);
+                model.Append(append), model.Text(put);
+                if (flush) model.out.Flush();
+            });
+            ASSERT_EQ(std::tuple(want, model.out.Status(), model.count, model.out.Content()),
+                      std::tuple(thrown, real.Status(), real.PCount(), real.Content()))
+                << seed << ':' << step;
         }
-        EXPECT_EQ(model.log, real.log) << seed;
-        EXPECT_EQ(model.sent, real.sent) << seed;
+        EXPECT_EQ(model.out.log, real.log) << seed;
+        EXPECT_EQ(model.out.sent, real.sent) << seed;
     }
 }
 
 // The documented decoding, one byte at a time.
-struct Model {
+struct Reader {
     Source in;
     int count = 0;
+    std::size_t flushes = 0;  // that the tie has to see
 
     bool Read(char* p, int n, bool reversed) {
         count = 0;
+        ++flushes;
         while (count < n && in.Good()) {
             if (in.GetByte(p + (reversed ? n - 1 - count : count)) < 1) break;
             ++count;
@@ -185,12 +169,14 @@ struct Model {
     bool Number(T& value) {
         return Read(reinterpret_cast<char*>(&value), sizeof value, true);
     }
+    void Text(char* p) {
+        ++flushes;
+        while (in.GetByte(p) == 1 && *p) ++p;
+    }
     void Short(short& value) {
-        char raw[2];
-        std::memcpy(raw, &value, 2);
+        char* const raw = reinterpret_cast<char*>(&value);
         Read(raw, 2, false);
         if (in.Good()) std::swap(raw[0], raw[1]);
-        std::memcpy(&value, raw, 2);
     }
     void Long(long& value) {
         std::uint64_t bits = 0;
@@ -226,133 +212,92 @@ struct Model {
     void List(std::string& joined) {
         joined.clear();
         for (std::string s; String(s);) joined += s + ',';
-        unsigned const old = in.Clear();
+        unsigned const mask = in.Exceptions(0), old = in.Clear();
         in.SetStatus(old & ~SockStream::kFailed);
+        in.Exceptions(mask);
     }
 };
 
 TEST(SockStreamValues, AreReadAsByteAfterByte) {
-    for (unsigned seed = 1; seed <= 30; ++seed) {
+    unsigned const limits[] = {8190, 8191, 8192, 32785, 32786};
+    for (unsigned seed = 1; seed <= 60; ++seed) {
         std::mt19937 random(seed);
         std::string data;
         std::vector<unsigned> kinds;
         while (kinds.size() < 600) {
-            unsigned const bits = random(), kind = random() % 8;
+            unsigned const bits = random(), kind = random() % 9;
             kinds.push_back(kind);
-            std::string const text(bits % 8 ? bits % 40 : bits % 9000, 'x');
+            unsigned const large = bits % 32 ? bits % 8190 : limits[bits / 32 % 5];
+            std::string const text(bits % 8 ? bits % 40 : large, 'x');
             String_t const s{std::string_view(text)};
             TOList<String_t> list;
             for (unsigned i = 0; i < bits % 3; ++i) list.Append(s);
             switch (kind) {
-                case 0: data += BigEnd(bits, 1); break;
-                case 1: data += BigEnd(bits, 2); break;
-                case 2: data += BigEnd(bits, 4); break;
-                case 3: data += BigEnd(bits, 8); break;
                 case 4: data += text + '\0'; break;
                 case 5: data += Sent(s); break;
-                case 6:
-                    data += Sent(ByteString(text.data(), static_cast<unsigned>(text.size())));
-                    break;
-                default: data += Sent(list);
+                case 6: data += BigEnd(text.size(), 4) + text; break;
+                case 7: data += BigEnd(bits % 16 ? bits : 1ull << 40, 8); break;
+                case 8: data += Sent(list); break;
+                default: data += BigEnd(bits, 1u << kind);
             }
-            if (bits % 32 == 0)
+            if (seed % 2 == 0 && bits % 32 == 0)
                 data[data.size() - 1 - bits / 32 % std::min<std::size_t>(data.size(), 9)] ^= 64;
         }
-        Source real(data, seed);
-        Model model{Source(data, seed)};
+        Sink tie;
+        Source real(data, seed, &tie);
+        Reader model{Source(data, seed)};
+        real.Exceptions(seed % 3 * 7), model.in.Exceptions(seed % 3 * 7);
         std::vector<char> real_text(data.size() + 1, '#'), model_text(real_text);
         for (std::size_t i = 0; i < kinds.size(); ++i) {
-            int count = real.GCount();
-            std::string got, want;
-            auto const number = [&](auto from, auto const& read) {
-                auto to = from;
-                real >> from;
-                got = Raw(from);
-                read(to), count = model.count, want = Raw(to);
+            int const count = real.GCount();
+            std::string got, want = "old", thrown, as;
+            auto const both = [&](auto const& act, auto const& model_act) {
+                thrown = Thrown(act), as = Thrown(model_act);
             };
-            auto const plain = [&](auto& value) { model.Number(value); };
-            String_t s("old");
-            ByteString bytes("old", 3);
+            auto const number = [&](auto from, auto read) {
+                auto to = from;
+                both([&] { real >> from; }, [&] { (model.*read)(to); });
+                got = Raw(from), want = Raw(to);
+            };
+            String_t const old("old");
+            ByteString const old_bytes("old", 3);
+            String_t s(old);
+            ByteString bytes(old_bytes);
             TOList<String_t> list;
             switch (kinds[i]) {
-                case 0: number('#', plain); break;
-                case 1: number(short{0x1234}, [&](short& value) { model.Short(value); }); break;
-                case 2: number(0x12345678, plain); break;
-                case 3:
-                    if (i % 2)
-                        number(1.5, plain);
-                    else
-                        number(0x1234L, [&](long& value) { model.Long(value); });
-                    break;
+                case 0: number('#', &Reader::Number<char>); break;
+                case 1: number(short{0x1234}, &Reader::Short); break;
+                case 2: number(0x12345678, &Reader::Number<int>); break;
+                case 3: number(1.5, &Reader::Number<double>); break;
+                case 7: number(0x1234L, &Reader::Long); break;
                 case 4:
-                    real >> real_text.data();
-                    for (char* p = model_text.data(); model.in.GetByte(p) == 1 && *p; ++p) continue;
+                    both([&] { real >> real_text.data(); }, [&] { model.Text(model_text.data()); });
+                    want.clear(), model.count = count;
                     break;
                 case 5:
-                    want = "old";
-                    real >> s, model.String(want), count = model.count;
+                    both([&] { real >> s; }, [&] { model.String(want); });
                     got = s.Get();
                     break;
                 case 6:
-                    want = "old";
-                    real >> bytes, model.Bytes(want), count = model.count;
-                    got.assign(bytes.Len() ? bytes.Get() : "", bytes.Len());
+                    both([&] { real >> bytes; }, [&] { model.Bytes(want); });
+                    got = bytes.View();
                     break;
                 default:
-                    real >> list, model.List(want), count = model.count;
+                    both([&] { real >> list; }, [&] { model.List(want); });
                     for (String_t const& element : list) got.append(element).append(",");
             }
-            ASSERT_EQ(want, got) << seed << ':' << i << " kind " << kinds[i];
-            ASSERT_EQ(model.in.Status(), real.Status()) << seed << ':' << i;
-            ASSERT_EQ(count, real.GCount()) << seed << ':' << i;
-            ASSERT_EQ(model.in.Rest(), real.Rest()) << seed << ':' << i;
+            ASSERT_EQ(
+                std::tuple(as, want, model.in.Status(), model.count, model.flushes,
+                           model.in.Rest()),
+                std::tuple(thrown, got, real.Status(), real.GCount(), tie.log.size(), real.Rest()))
+                << seed << ':' << i << " kind " << kinds[i];
+            ASSERT_TRUE(old == "old" && old_bytes.View() == "old");
             if (real.Status() & SockStream::kEof) break;
             if (random() % 2) real.Clear(), model.in.Clear();
         }
         EXPECT_EQ(model_text, real_text) << seed;
         EXPECT_EQ(model.in.log, real.log) << seed;
     }
-}
-
-TEST(SockStreamValues, OfTheLargestLengthsPass) {
-    struct {
-        bool string;
-        unsigned length;
-        bool good;
-    } const rows[] = {{true, 8190, true},   {true, 8191, false},   {true, ~0u, false},
-                      {false, 32785, true}, {false, 32786, false}, {false, ~0u, false}};
-    for (auto const& row : rows) {
-        std::string const data = BigEnd(row.length, 4) + std::string(40000, 'x');
-        Source in(data, 0);
-        String_t s, copy("old");
-        ByteString bytes("old", 3), shared(bytes);
-        s = copy;
-        row.string ? in >> s : in >> bytes;
-        EXPECT_EQ(row.good ? 0u : SockStream::kFailed, in.Status()) << row.length;
-        EXPECT_EQ(row.good ? row.length : 0, row.string ? s.Len() : bytes.Len());
-        EXPECT_STREQ("old", copy);
-        EXPECT_EQ(3u, shared.Len());
-    }
-}
-
-TEST(SockStreamValues, FlushTheTieBeforeEachRead) {
-    std::string const data = BigEnd(3, 4) + "abc" + '\0' + BigEnd(3, 4) + "abc" + "d" + '\0' +
-                             "ef" + BigEnd(1, 8) + BigEnd(2, 2) + "line\n" + "cut" + BigEnd(~0u, 4);
-    Sink tie;
-    Source in(data, 0, &tie);
-    char text[8];
-    char c;
-    long big = 0;
-    short small = 0;
-    String_t s;
-    ByteString bytes;
-    TOList<String_t> list;
-    std::vector<std::size_t> counts;
-    auto const count = [&](auto const&) { counts.push_back(std::exchange(tie.log, {}).size()); };
-    count(in >> s), count(in >> bytes), count(in >> text), count(in >> c), count(in >> c);
-    count(in >> big), count(in >> small), count(in.Readln(s, "\n")), count(in.Readln(text, 4, ""));
-    count(in >> list), count(in.Read(text, 0)), count(in.RevRead(text, 1)), count(in >> list);
-    EXPECT_EQ((std::vector<std::size_t>{1, 2, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}), counts);
 }
 
 }  // namespace
