@@ -249,6 +249,9 @@ TEST(Interface, VirtualFunctionsKeepTheirPlaces) {
                        &Rep::IpAddr, &Rep::Hostname, &Rep::Family));
     EXPECT_TRUE(Follow(2, &OutputBuffer<char>::Flush, &OutputBuffer<char>::PutByte));
     EXPECT_TRUE(Follow(2, &InputBuffer<char>::Fill, &InputBuffer<char>::GetByte));
+    // Overridden from a virtual base: with places of their own.
+    EXPECT_TRUE(Follow(4, &OSockStream::Bind, &OSockStream::Unbind));
+    EXPECT_TRUE(Follow(4, &ISockStream::Bind, &ISockStream::Unbind));
 }
 
 }  // namespace
