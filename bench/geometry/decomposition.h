@@ -30,10 +30,14 @@ private:
     TVarr<Piece> out;
 };
 
-inline std::vector<boost::polygon::point_data<int>> BoostPoints(Points const& points) {
+// As one of Boost's kinds of outline.
+template <class Outline>
+Outline BoostOutline(Points const& points) {
     std::vector<boost::polygon::point_data<int>> corners;
     for (auto const& p : points) corners.emplace_back(p.x, p.y);
-    return corners;
+    Outline outline;
+    outline.set(corners.begin(), corners.end());
+    return outline;
 }
 
 template <class Subject>

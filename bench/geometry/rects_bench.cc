@@ -9,11 +9,10 @@ using shapes::Points;
 using Korbase = decomposition::Korbase<gu_rect_t, gu_polygon_to_rects>;
 
 class Boost {
+    using Outline = boost::polygon::polygon_90_data<int>;
+
 public:
-    explicit Boost(Points const& points) {
-        auto const corners = decomposition::BoostPoints(points);
-        outline.set(corners.begin(), corners.end());
-    }
+    explicit Boost(Points const& points) : outline(decomposition::BoostOutline<Outline>(points)) {}
     unsigned Decompose() {
         out.clear();
         boost::polygon::get_rectangles(out, outline, boost::polygon::HORIZONTAL);
@@ -21,7 +20,7 @@ public:
     }
 
 private:
-    boost::polygon::polygon_90_data<int> outline;
+    Outline outline;
     std::vector<boost::polygon::rectangle_data<int>> out;
 };
 

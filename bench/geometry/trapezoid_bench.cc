@@ -10,11 +10,10 @@ using shapes::Points;
 using Korbase = decomposition::Korbase<gu_trapezoid_t, gu_polygon_to_trapezoids>;
 
 class Boost {
+    using Outline = boost::polygon::polygon_data<int>;
+
 public:
-    explicit Boost(Points const& points) {
-        auto const corners = decomposition::BoostPoints(points);
-        outline.set(corners.begin(), corners.end());
-    }
+    explicit Boost(Points const& points) : outline(decomposition::BoostOutline<Outline>(points)) {}
     unsigned Decompose() {
         boost::polygon::polygon_set_data<int> set;
         set.insert(outline);
@@ -24,7 +23,7 @@ public:
     }
 
 private:
-    boost::polygon::polygon_data<int> outline;
+    Outline outline;
     std::vector<boost::polygon::polygon_data<int>> out;
 };
 
