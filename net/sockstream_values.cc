@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <climits>
 #include <string_view>
-#include <utility>
 
 namespace {
 
@@ -125,7 +124,7 @@ void Wire::GetBytes(ISockStream& in, ByteString& bytes) {
 void Wire::GetList(ISockStream& in, TOList<String_t>& list) {
     list.Clear();
     String_t element;
-    while (GetString(in, element)) list.Append(std::move(element));
+    while (GetString(in, element)) list.Append(element);
     in.status &= ~SockStream::kFailed;
 }
 
