@@ -85,4 +85,7 @@ int main(int argc, char*[]) {
         y += 28;
     }
     std::cout << "</g>\n</svg>\n";
+    if (std::cout.flush()) return 0;
+    std::cerr << "stroke_chart: cannot write standard output\n";
+    return 1;
 }

@@ -4,7 +4,7 @@
 //   tempdir COMMAND [PATTERN]
 //
 // PATTERN picks from the names, "*" when not given. What the command prints is put behind the list.
-// The exit status is that of the command, 1 where there is none.
+// The exit status is that of the command, 1 where there is none or what it left cannot be told.
 #include <glob.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -67,5 +67,7 @@ int main(int argc, char* argv[]) {
     int const status = Run(argv[1], folder.Path(), output.Fd());
     List(folder.Path(), argc > 2 ? argv[2] : "*");
     Print(output.Fd());
-    return status;
+    if (std::cout.flush()) return status;
+    std::cerr << "tempdir: cannot write standard output\n";
+    return 1;
 }
