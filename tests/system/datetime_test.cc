@@ -33,15 +33,12 @@ void Check(char const* rules, int east_minutes, int y, int mo, int d, int h, int
 }
 
 TEST(DateTime, TakesTimesInManyZones) {
-    char const *const cet = "CET-1CEST,M3.5.0,M10.5.0/3", *const est = "EST5EDT,M3.2.0,M11.1.0";
-    char const *const aest = "AEST-10AEDT,M10.1.0,M4.1.0/3", *const utc = "UTC0";
+    char const *const est = "EST5EDT,M3.2.0,M11.1.0", *const utc = "UTC0";
     // Around changes of the clock; the last seconds of 32 bits and past them; the first and before.
-    std::tuple<char const*, int, int, int, int, int, int, int> const rows[] = {
-        {cet, 60, 2026, 3, 29, 1, 59, 59},   {cet, 120, 2026, 3, 29, 3, 0, 0},
+    Rows<char const*, int, int, int, int, int, int, int> const rows = {
+        {est, -300, 2026, 3, 8, 1, 59, 59},  {est, -240, 2026, 3, 8, 3, 0, 0},
         {est, -240, 2026, 11, 1, 0, 59, 59}, {est, -300, 2026, 11, 1, 2, 0, 0},
-        {aest, 660, 2026, 1, 1, 0, 0, 0},    {aest, 600, 2026, 7, 1, 0, 0, 0},
         {est, -300, 2038, 1, 18, 22, 14, 7}, {est, -300, 2038, 1, 18, 22, 14, 8},
-        {aest, 660, 2038, 1, 19, 14, 14, 7}, {aest, 660, 2038, 1, 19, 14, 14, 8},
         {utc, 0, 1901, 12, 13, 20, 45, 52},  {utc, 0, 1901, 12, 13, 20, 45, 51}};
     for (auto const& row : rows) std::apply(Check, row);
 
@@ -59,22 +56,18 @@ TEST(DateTime, TakesTimesInManyZones) {
 
 TEST(DateTime, ReadsTextsToTheirRules) {
     TimeZone const scope("UTC0");
-    std::string const past32 =
-        "1.1.69 0=20690101 000000|7.6.100 0=1000607 000000|"
-        "002611151430=261115 143000|";
+    bool const wide = sizeof(std::time_t) == 8;
     std::istringstream rows(
-        (sizeof(std::time_t) == 8 ? past32 : "") +
+        std::string(wide ? "1.1.69 0=20690101 000000|002611151430=261115 143000|" : "") +
         "202611151430=20261115 143000|20261115143005rest=20261115 143005|"
         "2026 11 15 14 30=20261115 143000|20261115143=20261115 140300|"
-        "202611151430:45=20261115 143000|15.11.26 14:30=20261115 143000|"
-        "15.11.2026.14=20261115 140000|2026--11-15 14::30:=20261115 143000|"
-        "..15..11.26  14:30:05:9x=20261115 143005|15. 11.26 +14:30=20261115 143000|"
-        "11/15/26.9:5=20261115 090500|1.1.0 0=20000101 000000|1.2.37 -1=20370131 230000|"
-        "1/1/70 0=19700101 000000|99-1-1 0=19990101 000000|1.1.-5 0=19950101 000000|"
-        "15.11.2026=|11/15/26=|2026-11-15=|2026-11-15 =|=|.=|:/-.=|15.11 14:30=|15.11.26 14:3x=|"
-        "noon=|14h=|15.11.26 14:30:x=|8:01:05 x=|15.11.26 x=|x.11.26 14=|15.Nov.26 14=|"
-        "15.11.x 14=|15/11.26 14=|15.11.26 14:30 =|1.1.00000000000002026 0=|20261115 14:30=|"
-        "4.-2147483648.26 0=");
+        "202611151430:45=20261115 143000|15.11.2026.14=20261115 140000|"
+        "2026--11-15 14::30:=20261115 143000|..15..11.26  14:30:05:9x=20261115 143005|"
+        "15. 11.26 +14:30=20261115 143000|11/15/26.9:5=20261115 090500|"
+        "1.2.37 -1=20370131 230000|1/1/70 0=19700101 000000|99-1-1 0=19990101 000000|"
+        "1.1.-5 0=19950101 000000|15.11.2026=|=|:/-.=|15.11 14:30=|15.11.26 14:3x=|noon=|"
+        "15.11.26 14:30:x=|15.11.26 x=|x.11.26 14=|15.11.x 14=|15/11.26 14=|15.11.26 14:30 =|"
+        "20261115 14:30=|4.-2147483648.26 0=");
     for (std::string row; std::getline(rows, row, '|');) {
         auto const mark = row.find('=');
         DateTime const time(row.substr(0, mark).c_str());
@@ -94,7 +87,6 @@ TEST(DateTime, TimesOfDayAreTodayAndOnlyNumbersKeepTheFlagOfNow) {
                          std::to_string(day) + "/12," + std::to_string((day + 30) % 365));
 
     std::time_t const midnight = now / 86400 * 86400 - east * 3600;
-    EXPECT_EQ(midnight + 8 * 3600, DateTime("8").Seconds());
     EXPECT_EQ(midnight + 8 * 3600 + 65, DateTime("8:01:05").Seconds());
     EXPECT_EQ(midnight + 7 * 3600 + 65, DateTime(8, 1, 5).Seconds());
     EXPECT_EQ(midnight + 17 * 3600, DateTime(18, 0, 0).Seconds());
@@ -104,7 +96,6 @@ TEST(DateTime, FormatsUpTo127CharactersAndStreamsInDecimal) {
     TimeZone const scope("CET-1CEST,M3.5.0,M10.5.0/3");
     DateTime time(2026, 7, 5, 1, 2, 3), other(12, 0, 0);
     std::string const full(127, 'x');
-    EXPECT_STREQ("2026-07-05 01:02:03 CEST", time.Format("%F %T %Z", 1));
     EXPECT_STREQ("Sun Jul  5 01:02:03 2026", time.Format(nullptr, 2));
     EXPECT_STREQ("Sat Jul  4 23:02:03 2026", time.Format(nullptr, 0));
     EXPECT_STREQ(full.c_str(), time.Format(full.c_str(), 1));
@@ -115,8 +106,7 @@ TEST(DateTime, FormatsUpTo127CharactersAndStreamsInDecimal) {
     in >> std::hex >> time >> other >> number;
     out << std::hex << time << ' ' << other << ' ' << number;
     EXPECT_EQ(in.str(), out.str());
-    for (char const* text : {"", "x", "99999999999999999999"})
-        EXPECT_TRUE(!(std::istringstream(text) >> time) && time.Seconds() == 1794753000) << text;
+    EXPECT_TRUE(!(std::istringstream("x") >> time) && time.Seconds() == 1794753000);
     std::istringstream(std::to_string(LLONG_MAX)) >> time;  // no year of 64 bits, no time of 32
     EXPECT_EQ(sizeof(time_t) == 8, time.Format("%Y", 0).IsNull() && time.Format("%Y", 1).IsNull());
 }

@@ -5,8 +5,6 @@
 #include "tests/support/fresh_folder.h"
 #include "tests/support/test.h"
 
-namespace {
-
 // Copies of the probe library in folders of their own.
 class Shl : public testing::Test {
 protected:
@@ -29,7 +27,6 @@ TEST_F(Shl, SearchesTheFoldersInOrder) {
                                    {"other.so", path, "./d/other.so"},
                                    {"./c/probe.so", path, "./c/probe.so"},
                                    {root.substr(1) + "/b/probe.so", "/", root + "/b/probe.so"},
-                                   {"missing.so", path, ""},
                                    {"probe.so", ":,", ""}};
     for (auto const& [name, folders, found] : rows) {
         ShlHandle shl;
@@ -39,9 +36,7 @@ TEST_F(Shl, SearchesTheFoldersInOrder) {
         EXPECT_EQ(found, symbol && dladdr(symbol, &info) ? info.dli_fname : "") << name;
     }
     EXPECT_EQ(-22, ShlHandle().Load("probe.so", nullptr));
-    ShlHandle const system("libm.so.6", "./c");  // the loader finds its own first
-    EXPECT_TRUE(system.FindSym("cos") && !system.FindSym("on_unload"));
-    EXPECT_EQ(nullptr, ShlHandle().FindSym("cos"));
+    EXPECT_TRUE(ShlHandle("libm.so.6", "./c").FindSym("cos"));  // the loader finds its own first
 }
 
 TEST_F(Shl, HasOneOwnerAndLoadForgetsWhatWasLoaded) {
@@ -67,9 +62,6 @@ TEST_F(Shl, HasOneOwnerAndLoadForgetsWhatWasLoaded) {
     EXPECT_TRUE(shl_findsym(&again, "missing", 7, &missing) == 0 && !missing);
     CountEnd(outer = ShlHandle("./b/probe.so", nullptr));
     EXPECT_EQ(-22, outer.Load("missing.so", "."));
-    EXPECT_FALSE(outer.IsLoaded());
-    EXPECT_TRUE(shl_unload(again) == 0 && ended == 3);  // the forgotten one still counts
+    EXPECT_TRUE(!outer.IsLoaded() && shl_unload(again) == 0 && ended == 3);  // still counts
     EXPECT_TRUE(shl_unload(again) == 0 && ended == 4);
 }
-
-}  // namespace

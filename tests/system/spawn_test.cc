@@ -6,38 +6,29 @@ using Spawn = ProcessTest;
 using namespace std::string_literals;
 
 TEST_F(Spawn, RunsToTheEnd) {
-    struct {
-        int argc;
-        std::string args;
-        int want;
-        char const* out;
-    } const rows[] = {{2, "echo\0a b"s, 0, "a b\n"},
-                      {3, "sh\0-c\0exit 7"s, 7, ""},
-                      {3, "sh\0-c\0kill -INT $$; exit 3"s, 0, ""},  // ignored by its parent only
-                      {1, "no-such\0x"s, ENOENT, "no-such: No such file or directory\n"},
-                      {1, ""s, ENOENT, "No such file or directory\n"},
-                      {-5, "echo"s, EFAULT, "Bad address\n"},
-                      {255, "true"s + std::string(254, '\0'), 0, ""},
-                      {256, "true"s, EINVAL, "argument buffer overflow, 256\n"}};
-    for (auto const& row : rows)
-        for (auto const function : {spawn, spawn_}) {
-            int argc = row.argc;
-            std::string args = row.args;
-            EXPECT_EQ(row.want, InChild([&] { return function(&argc, args.data()); })) << row.args;
-            EXPECT_EQ(row.out, out) << row.args;
-        }
-    for (auto const function : {shcmd, shcmd_}) EXPECT_EQ(3, function("exit 3"));
+    Rows<int, std::string, int, char const*> const rows = {
+        {2, "echo\0a b"s, 0, "a b\n"},
+        {3, "sh\0-c\0kill -INT $$; exit 3"s, 0, ""},  // ignored by its parent only
+        {1, "no-such\0x"s, ENOENT, "no-such: No such file or directory\n"},
+        {-5, "echo"s, EFAULT, "Bad address\n"},
+        {255, "true"s + std::string(254, '\0'), 0, ""},
+        {256, "true"s, EINVAL, "argument buffer overflow, 256\n"}};
+    for (auto [argc, args, want, text] : rows) {
+        EXPECT_EQ(want, InChild([&, &n = argc, &a = args] { return spawn_(&n, a.data()); }))
+            << args;
+        EXPECT_EQ(text, out) << args;
+    }
+    EXPECT_EQ(3, shcmd_("exit 3"));
 }
 
 TEST_F(Spawn, LeavesDefaultActionsAndNoOtherChild) {
-    for (auto const before : {SIG_DFL, SIG_IGN})
-        EXPECT_EQ(0, InChild([before] {
-                      for (int sig : {SIGINT, SIGQUIT}) signal(sig, before);
-                      if (fork() == 0) _exit(1);  // ends, and is discarded, while the program runs
-                      int argc = 3;
-                      char args[] = "sh\0-c\0sleep 0.1; kill -INT $PPID; kill -QUIT $PPID; exit 4";
-                      if (spawn(&argc, args) != 4 || waitpid(-1, nullptr, WNOHANG) != -1) return 1;
-                      bool const reset = signal(SIGINT, SIG_DFL) == SIG_DFL;
-                      return reset && signal(SIGQUIT, SIG_DFL) == SIG_DFL ? 0 : 2;
-                  }));
+    EXPECT_EQ(0, InChild([] {
+                  for (int sig : {SIGINT, SIGQUIT}) signal(sig, [](int) { _exit(3); });
+                  if (fork() == 0) _exit(1);  // ends, and is discarded, while the program runs
+                  int argc = 3;
+                  char args[] = "sh\0-c\0sleep 0.1; kill -INT $PPID; kill -QUIT $PPID; exit 4";
+                  if (spawn(&argc, args) != 4 || waitpid(-1, nullptr, WNOHANG) != -1) return 1;
+                  bool const reset = signal(SIGINT, SIG_DFL) == SIG_DFL;
+                  return reset && signal(SIGQUIT, SIG_DFL) == SIG_DFL ? 0 : 2;
+              }));
 }
