@@ -11,21 +11,15 @@ TEST(AddrInfo, AsksTheResolverOrReadsANumericAddress) {
     int const v4 = AF_INET, v6 = AF_INET6, tcp = SOCK_STREAM;
     struct {
         AddrInfo info;
-        char const* ip;  // null for the error in `port`
+        char const* ip;
         int port, family;
         bool alone;
     } const rows[] = {{{host, "ftp", 0, v4, tcp}, host, 21, v4, true},
-                      {{host, 65535, 0, v4, SOCK_DGRAM}, host, 65535, v4, true},
-                      {{none, 9, AI_PASSIVE, v4, tcp}, "0.0.0.0", 9, v4, true},
-                      {{host, "80"}, host, 80, v4, false},
+                      {{none, 65535, AI_PASSIVE, v4, tcp}, "0.0.0.0", 65535, v4, true},
                       {{host, 80}, host, 80, v4, false},
-                      {AddrInfo::ToAddr(host), host, 0, v4, true},
-                      {AddrInfo::ToAddr("0::1"), "::1", 0, v6, true},
-                      {AddrInfo::ToAddr("1.2.3"), nullptr, -6, 0, true}};
+                      {AddrInfo::ToAddr("0::1"), "::1", 0, v6, true}};
     for (auto const& row : rows) {
-        EXPECT_EQ(row.ip ? 0 : row.port, row.info.Error());
-        ASSERT_EQ(row.ip != nullptr, row.info.List() != nullptr) << row.port;
-        if (!row.ip) continue;
+        ASSERT_TRUE(row.info.Error() == 0 && row.info.List()) << row.ip;
         addrinfo const& entry = *row.info.List();
         auto const* const address = reinterpret_cast<sockaddr_in const*>(entry.ai_addr);
         EXPECT_TRUE(entry.ai_family == row.family && address->sin_family == row.family) << row.ip;
@@ -33,6 +27,8 @@ TEST(AddrInfo, AsksTheResolverOrReadsANumericAddress) {
         EXPECT_EQ(row.family == v4 ? 16u : 28u, entry.ai_addrlen);
         EXPECT_EQ(row.alone, !entry.ai_next) << row.ip << row.port;
     }
+    AddrInfo const bad = AddrInfo::ToAddr("1.2.3");
+    EXPECT_TRUE(bad.Error() == -6 && !bad.List());
     addrinfo other = {};
     other.ai_family = AF_UNIX;
     EXPECT_STREQ("", AddrInfo::ToString(other));

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <fstream>
-#include <vector>
 
 #include "tests/net/sockets.h"
 #include "tests/support/fresh_folder.h"
@@ -41,7 +40,6 @@ TEST_F(ClientSocket, HandsOverConnectionsAndCanConnectAgain) {
 
 TEST_F(ClientSocket, ReportsEachFailureAndClosesTheDescriptor) {
     FreshFolder const folder;
-    std::ofstream("file");
     ServerSocketIn server(0, OwnHost());
     unsigned short const port = FreePort();
     String_t const host = OwnHost(), foreign("192.0.2.77"), longer(std::string(108, '/').c_str());
@@ -55,7 +53,6 @@ TEST_F(ClientSocket, ReportsEachFailureAndClosesTheDescriptor) {
     EXPECT_EQ(ECONNREFUSED, ConnectError(ClientSocketIn(port, 0, host, foreign)));
     EXPECT_EQ(EINVAL, ConnectError(ClientSocketIn(longer, 9)));
     EXPECT_EQ(ENOENT, ConnectError(ClientSocketUn("./none")));
-    EXPECT_EQ(ECONNREFUSED, ConnectError(ClientSocketUn("./file")));
     EXPECT_EQ(ECONNREFUSED, ConnectError(ClientSocketUn()));
     int error = 0;
     EXPECT_TRUE(ClientSocketUn().Connect(2147484, error) == -1 && error == EINVAL);
@@ -63,20 +60,13 @@ TEST_F(ClientSocket, ReportsEachFailureAndClosesTheDescriptor) {
     EXPECT_EQ(before + 1, OpenDescriptors());
     NoDescriptors const limit;
     EXPECT_EQ(EMFILE, ConnectError(ClientSocketUn("./none")));
-    EXPECT_EQ(EMFILE, ConnectError(ClientSocketIn(port, host)));
 }
 
 // Connecting to a server that has no room for another connection does not end.
 TEST_F(ClientSocket, WaitsForAFullServerUntilASignalOrTheTimeOut) {
     ServerSocketIn full(0, OwnHost());
-    SockIO::SockAddr address;
     ASSERT_TRUE(full.Listen(0) >= 0 && listen(full.Fd(), 0) == 0);
-    ASSERT_EQ(0, full.GetSocketName(address));
-    std::vector<UniqueFd> others;
-    while (others.size() < 3) {
-        others.emplace_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
-        connect(others.back().Get(), address.Get(), address.Size());
-    }
+    UniqueFd const only(ClientSocketIn(full.RefString()).Connect());
     ClientSocketIn client(full.RefString());
     int error = 0;
     {
@@ -103,8 +93,7 @@ TEST_F(ClientSocket, ComesFromItsLocalPortAndChangesItsAddress) {
     EXPECT_TRUE(client.GetSocketName(fd.Get(), name) == 0 && name.Port() == port);
     EXPECT_TRUE(client.GetSocketName(fd.Get(), four) == 0 && ntohs(four.sin_port) == port);
     EXPECT_TRUE(client.GetSocketName(-1, name) == -1 && name.Host() == OwnHost());
-    EXPECT_TRUE(client.GetSocketName(-1, four) == -1 && client.BindLocal() == -1);
-    EXPECT_TRUE(client && !!client && ClientSocketIn("/a") && !ClientSocketIn(0, "h"));
+    EXPECT_TRUE(client.BindLocal() == -1 && client && !ClientSocketIn(0, "h"));
 }
 
 }  // namespace
