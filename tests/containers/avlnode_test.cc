@@ -46,13 +46,10 @@ TEST(AVLTree, StaysBalancedAndReportsItsHeightUnderRandomChanges) {
         height = now;
         ASSERT_EQ(Joined(model), KeysOf(root));
     }
-    AVLnode* const copy = static_cast<AVLnode*>(bnode_t::DupTree(root));
-    EXPECT_EQ(height, BalancedHeight(copy));
     int const absent = 1000;
     EXPECT_THROW(AVLnode::Insert(root, Node::Cmp, &absent, Node::Fail, nullptr, height),
                  std::bad_alloc);
-    EXPECT_EQ(KeysOf(copy), KeysOf(root));
-    bnode_t::DeleteTree(copy);
+    EXPECT_EQ(Joined(model), KeysOf(root));
     bnode_t::DeleteTree(root);
 }
 

@@ -17,12 +17,11 @@ TEST(TShSort, SortsEveryLength) {
             a[i] = {static_cast<int>(random() % 20), static_cast<int>(i)};
         std::vector<Pair> model = a;
         TShSort(a.data(), n, CompareFirst);
-        std::stable_sort(model.begin(), model.end(),
-                         [](auto const& x, auto const& y) { return x.first < y.first; });
-        ASSERT_TRUE(n >= 9 || model == a) << n;  // the gap 1 alone keeps equal elements in order
-        for (unsigned i = 1; i < n; ++i) ASSERT_LE(a[i - 1].first, a[i].first) << n;
         std::sort(model.begin(), model.end());
-        std::sort(a.begin(), a.end());
+        if (n >= 9) {  // the gap 1 alone keeps equal elements in order
+            for (unsigned i = 1; i < n; ++i) ASSERT_LE(a[i - 1].first, a[i].first) << n;
+            std::sort(a.begin(), a.end());
+        }
         ASSERT_EQ(model, a) << n;
     }
 }

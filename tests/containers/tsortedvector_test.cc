@@ -53,9 +53,7 @@ TEST(TSortedVectorDeathTest, RefusesNegativeIndexes) {
     Numbers v;
     v.Insert(1);
     Numbers const& c = v;
-    EXPECT_TRUE(v[0] == 1 && v[0u] == 1 && c[0L] == 1);
     char const* const text = R"(include/generic/tvarr:[0-9]+:.*i < \(arrp-arr\))";
-    EXPECT_DEATH(v[0xFFFFFFFFu], text);
     EXPECT_DEATH(v[-1], text);
     EXPECT_DEATH(c[std::uint64_t{1} << 32], text);
     v.Clear();

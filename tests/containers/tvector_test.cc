@@ -33,11 +33,9 @@ TEST(TVectorDeathTest, HasNoStorageBelowOneRow) {
     EXPECT_EQ(-2, zero.Rows());
     ASSERT_NE(nullptr, v.Resize(3));
     std::iota(v.begin(), v.end(), 1);
-    EXPECT_DEATH(v[3], message);
-    EXPECT_DEATH(std::as_const(v)[0xFFFFFFFFU], message);
+    EXPECT_DEATH(std::as_const(v)[3], message);
     TVector<int> moved(std::move(v));
-    EXPECT_EQ(6, std::accumulate(moved.begin(), moved.end(), 0));
-    EXPECT_EQ(3, std::as_const(moved)(2));
+    EXPECT_EQ("1 2 3", Joined(moved));
     EXPECT_EQ(nullptr, v.begin());
     EXPECT_EQ(nullptr, moved.Resize(0));
 }
@@ -57,9 +55,6 @@ TEST(AutoArr, HandsItsArrayOver) {
     d = std::move(c);
     EXPECT_STREQ("layer", d);
     delete[] d.Release();
-    EXPECT_TRUE(!d);
-    d = new char[3];
-    d = nullptr;
     EXPECT_TRUE(!d);
 }
 
