@@ -5,30 +5,27 @@
 namespace {
 
 TEST(Except, LeavesOutOfItsTextWhatIsNotGiven) {
-    struct Row {
-        Except e;
-        char const* want;
-    };
-    for (Row const& row :
-         {Row{Except(), "unknown"}, Row{Except("x"), "x"},
-          Row{Except("socket", "refused", "sock", 42), "socket, refused, thrown in sock:42"},
-          Row{Except("x", String_t("")), "x"}, Row{Except("x", "f", -1), "x"},
-          Row{Except("x", "f", 0), "x, thrown in f:0"}, Row{Except("x", "", 3), "x"},
-          Row{Except("", "m"), ", m"}, Row{Except(""), nullptr},
-          Row{Except(nullptr, "m"), nullptr}})
-        EXPECT_STREQ(row.want, row.e.ToString());
+    String_t const texts[] = {Except().ToString(),
+                              Except("socket", "refused", "sock", 42).ToString(),
+                              Except("x", String_t("")).ToString(),
+                              Except("x", "f", -1).ToString(),
+                              Except("x", "f", 0).ToString(),
+                              Except("x", "", 3).ToString(),
+                              Except("", "m").ToString()};
+    EXPECT_EQ("unknown socket, refused, thrown in sock:42 x x x, thrown in f:0 x , m",
+              Joined(texts));
+    EXPECT_TRUE(Except("").ToString().IsNull() && Except(nullptr, "m").ToString().IsNull());
     Except const x("x");
     EXPECT_TRUE(x.Message().IsNull() && x.File().IsNull() && x.Line() == -1);
 }
 
 TEST(Except, CopiesKeepTheirTexts) {
     Except const a("k", "m", "f", 7);
-    Except b, c(a);
+    Except b;
     b = a;
     b = *&b;
-    EXPECT_THROW(throw b, Except);
     Except const moved(std::move(b));
-    EXPECT_EQ("k, m, thrown in f:7, k, m, thrown in f:7", c.ToString() + ", " + moved.ToString());
+    EXPECT_STREQ("k, m, thrown in f:7", moved.ToString());
 }
 
 }  // namespace
