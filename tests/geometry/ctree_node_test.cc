@@ -9,8 +9,7 @@
 namespace {
 
 template <class Node>
-class HeightNode : public testing::Test {
-protected:
+struct HeightNode : testing::Test {
     ~HeightNode() override { bnode_t::DeleteTree(root); }
 
     void Add(gu_coord_t y) {
@@ -32,40 +31,36 @@ TYPED_TEST_SUITE(HeightNode, Nodes, );
 
 TYPED_TEST(HeightNode, FindsTheLowestHeightInsideAnEdge) {
     std::mt19937 random(55);
-    for (int i = 0; i < 500; ++i) {
-        std::set<gu_coord_t> heights;
-        for (unsigned k = random() % 20 + 1; k > 0; --k) {
-            gu_coord_t const ends[] = {kLowest, kHighest};
-            gu_coord_t const y = random() % 8 ? RandomCoord(random, 12) : ends[k % 2];
+    std::set<gu_coord_t> heights;
+    for (int i = 0; i < 20000; ++i) {
+        if (i % 1000 == 0) {
+            bnode_t::DeleteTree(std::exchange(this->root, nullptr));
+            heights.clear();
+        }
+        if (i % 50 == 0) {
+            gu_coord_t const y = i % 300 ? RandomCoord(random, 12) : i % 200 ? kLowest : kHighest;
             heights.insert(y);
             this->Add(y);
+            EXPECT_EQ(static_cast<int>(heights.size()), bnode_t::Size(this->root));
         }
-        EXPECT_EQ(static_cast<int>(heights.size()), bnode_t::Size(this->root));
-        for (int k = 0; k < 20; ++k) {
-            gu_coord_t const y0 = RandomCoord(random, 13);
-            gu_coord_t const y1 = k % 4 ? y0 + 1 + static_cast<int>(random() % 9) : kHighest;
-            long const limit = k % 3 ? kHighest : y0 + 3;
-            long cut = limit;
-            unsigned const found = this->Cut(y0, y1, cut);
-            auto const want = heights.upper_bound(y0);
-            bool const inside = want != heights.end() && *want < y1 && *want < limit;
-            EXPECT_EQ(inside, found > 0);
-            EXPECT_EQ(inside ? *want : limit, cut);
-        }
-        bnode_t::DeleteTree(std::exchange(this->root, nullptr));
+        gu_coord_t const y0 = RandomCoord(random, 13);
+        gu_coord_t const y1 = i % 4 ? y0 + 1 + static_cast<int>(random() % 9) : kHighest;
+        long const limit = i % 3 ? kHighest : y0 + 3;
+        long cut = limit;
+        unsigned const found = this->Cut(y0, y1, cut);
+        auto const want = heights.upper_bound(y0);
+        bool const inside = want != heights.end() && *want < y1 && *want < limit;
+        EXPECT_EQ(inside, found > 0);
+        EXPECT_EQ(inside ? *want : limit, cut);
     }
 }
 
-TYPED_TEST(HeightNode, CountsHowOftenTheCutWasLoweredAndComesFromItsPool) {
+TYPED_TEST(HeightNode, CountsHowOftenTheCutWasLowered) {
     for (gu_coord_t y = 1; y <= 7; ++y) this->Add(y);  // 4 at the root
     long cut = kHighest;
     EXPECT_EQ(3U, this->Cut(0, 8, cut));  // 4, 2, 1
-    bnode_t* const copy = this->root->Dup();
-    EXPECT_TRUE(static_cast<TypeParam*>(copy)->y == 4 && !copy->left);
-    delete copy;
-    TypeParam const* const next = new TypeParam(8);
-    EXPECT_EQ(copy, next);  // the last one freed
-    delete next;
+    std::unique_ptr<bnode_t> const copy(this->root->Dup());
+    EXPECT_TRUE(static_cast<TypeParam*>(copy.get())->y == 4 && !copy->left);
     struct Larger : TypeParam {
         Larger() : TypeParam(1) {}
         int more[4] = {};

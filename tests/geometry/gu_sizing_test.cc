@@ -16,8 +16,7 @@ TEST(GuSizing, MovesTheCornersOfAxisParallelOutlines) {
     // Distance: before > after, in both directions. Repeated points go; the last one has all kinds
     // of corners.
     for (std::string const row :
-         {"-1: 0 0, 10 0, 10 10, 0 10 > 1 1, 9 1, 9 9, 1 9",
-          "1: 0 0, 0 0, 10 0, 10 0, 10 10, 0 10 > -1 -1, 11 -1, 11 11, -1 11",
+         {"-1: 0 0, 0 0, 10 0, 10 0, 10 10, 0 10 > 1 1, 9 1, 9 9, 1 9",
           "2: 0 10, 10 10, 10 0, 20 0, 20 10, 30 10, 30 20, 20 20, 20 30, 10 30, 10 20, 0 20 > -2 "
           "8, 8 8, 8 -2, 22 -2, 22 8, 32 8, 32 22, 22 22, 22 32, 8 32, 8 22, -2 22"}) {
         auto const arrow = row.find('>');
@@ -68,8 +67,8 @@ TEST(GuSizing, PutsEachCornerAtTheDistanceFromBothOfItsEdges) {
 
 TEST(GuSizing, RefusesTooFewPointsAndOutlinesThatTurnBack) {
     // The last ones: a closing point, and edges of different lengths.
-    for (std::string const row :
-         {"", "3 3", "0 0, 10 0, 0 0", "0 0, 10 0, 10 10, 0 10, 0 0", "0 0, 5 0, 2 0, 2 7"}) {
+    for (auto const* row :
+         {"3 3", "0 0, 10 0, 0 0", "0 0, 10 0, 10 10, 0 10, 0 0", "0 0, 5 0, 2 0, 2 7"}) {
         Points points = PointsOf(row);
         EXPECT_EQ(-1, Size(gu_size_polygon, points, 1)) << row;
     }
@@ -80,11 +79,9 @@ TEST(GuSizing, RefusesTooFewPointsAndOutlinesThatTurnBack) {
 }
 
 TEST(GuSizing, EndsOfTheRange) {
-    Points clockwise = PointsOf("0 0, 0 10, 10 10, 10 0");
-    Size(gu_size_polygon, clockwise, kLowest);  // its negation is no int
-    EXPECT_EQ((gu_point_t{kHighest, kHighest}), clockwise[0]);
-
-    Points cut = PointsOf("0 0, 0 10, 2147483647 10, 2147483647 0"), wrapped = cut;
+    Points cut = PointsOf("0 0, 0 10, 2147483647 10, 2147483647 0"), wrapped = cut, far = cut;
+    Size(gu_size_polygon, far, kLowest);  // its negation is no int
+    EXPECT_EQ(kHighest, far[0].x);
     Size(gu_size_polygon, cut, 1);
     EXPECT_EQ(PointsOf("-1 -1, -1 11, 2147483647 11, 2147483647 -1"), cut);
     Size(gu_size_ortho_polygoni, wrapped, 1);
