@@ -6,17 +6,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cmath>
-#include <cstdio>
-#include <cstring>
-#include <iterator>
-#include <random>
 #include <regex>
 #include <set>
-#include <sstream>
-#include <utility>
-#include <vector>
 
 #include "program.h"
 
@@ -24,6 +15,7 @@ namespace {
 
 using Byte = unsigned char;
 using Strings = std::set<std::string>;
+using Pairs = Rows<std::string, std::string>;
 
 // The bytes of values, one behind the other, as streams send them.
 template <class... Values>
@@ -94,8 +86,7 @@ private:
     int fd;
 };
 
-class Exchange : public Program {
-protected:
+struct Exchange : Program {
     Exchange() : Program(FRACTURE_CLIENT_COMMAND) {}
     void TearDown() override {
         if (output != nullptr) EndServer(SIGTERM);
@@ -111,7 +102,6 @@ protected:
         Start(FRACTURE_SERVER_COMMAND " " + arguments);
         address = Line();
     }
-    std::string Local() { return "-l " + folder.Path().string() + "/s"; }
     // The next line, waited for; "" at the end.
     std::string Line() {
         char line[1000] = "";
@@ -135,87 +125,52 @@ protected:
             names.insert(entry.path().filename().string());
         return names;
     }
-    // The output of a program without the times and its name.
-    std::string Printed() const {
+    // The picture and the outputs of a program, without the times and its name.
+    std::string Printed(std::string const& program, std::string const& arguments) {
+        int const status = RunProgram(program, "-o p.svg " + arguments);
         std::string text = std::regex_replace(out, std::regex(" +"), " ");
         text = std::regex_replace(text, std::regex("(\n(\\S+ ){9})\\S+ "), "$1time ");
-        return text + std::regex_replace(err, std::regex("(^|\n)fracture(_client)?:"), "$1:");
-    }
-    // The client does and says what fracture does.
-    void ExpectSame(std::string const& options, std::string const& files) {
-        SCOPED_TRACE(options + files);
-        int const want = RunProgram(FRACTURE_COMMAND, "-o p.svg " + options + files);
-        std::string const printed = Printed(), picture = ReadFile("p.svg");
+        text += std::regex_replace(err, std::regex("(^|\n)fracture(_client)?:"), "$1:");
+        text += std::to_string(status) + ReadFile("p.svg");
         fs::remove("p.svg");
-        EXPECT_EQ(want, Run("-o p.svg " + options + address + ' ' + files));
-        EXPECT_EQ(printed, Printed());
-        EXPECT_TRUE(picture == ReadFile("p.svg"));
-        fs::remove("p.svg");
+        return text;
     }
 
     FILE* output = nullptr;
     pid_t pid = 0;
     std::string address;
+    std::string const samples = "'" EXAMPLE_DATA "'/*.lay";
 };
-
-// Records of all kinds, some of them wrong.
-std::string RandomLayout() {
-    std::mt19937 random(1);
-    auto const any = [&random](int from, int to) {
-        return std::uniform_int_distribution<int>(from, to)(random);
-    };
-    char const* const kinds[] = {"label", "circle", "path", "polygon"};
-    std::ostringstream text;
-    for (int i = 0; i < 3000; ++i) {
-        int const x = any(-90000, 90000), y = any(-90000, 90000), n = any(1, 40), kind = any(0, 3);
-        text << kinds[kind] << " l" << any(0, 9);
-        if (kind == 0) text << " 50 " << x << ' ' << y << " text";
-        if (kind == 1) text << ' ' << any(2, 99) << ' ' << x << ' ' << y << " 500";
-        if (kind == 2) text << ' ' << any(0, 200) << ' ' << any(0, 1);
-        for (int p = 0; kind == 2 && p < n; ++p)
-            text << ' ' << x + (p + 1) / 2 * 300 << ' ' << y + p / 2 * any(1, 300) % 301;
-        for (int p = 0; kind == 3 && p < 2 * n; ++p)
-            text << ' ' << std::lround(any(100, 999) * std::sin(3.14 * (p - p % 2) / n + p % 2));
-        text << '\n';
-    }
-    return text.str();
-}
 
 // Outlines of so many points that neither record nor answer fit what sockets hold.
 std::string BigLayout() {
     std::ostringstream text;
-    text << "polygon a 0 0 5 0 5 5\npolygon b";
-    for (int i = 0; i < 10000; ++i)
-        text << ' ' << std::lround(1e6 * std::cos(i / 1591.55)) << ' '
-             << std::lround(1e6 * std::sin(i / 1591.55));
-    text << "\npolygon d";  // the answer fills a socket while the comb is to be sent
+    text << "polygon d";  // the answer fills a socket while the comb is to be sent
     for (int i = 0; i < 600; ++i) text << ' ' << i << ' ' << i % 2 * 20000 + i * 7 % 10000;
     text << "\npolygon c 0 0";  // a comb
-    for (int i = 0; i < 16000; ++i)
-        text << ' ' << 20 * i << " 100 " << 20 * i << ' ' << 300 + i % 11 << ' ' << 20 * i + 10
-             << ' ' << 300 + i % 11 << ' ' << 20 * i + 10 << " 100";
-    text << " 320000 0\npolygon a 0 0 5 0 5 5";
-    for (int i = 0; i < 3000; ++i) text << "\npolygon e 0 0 " << i << " 9 5 " << i;
-    return text.str() + '\n';
-}
-
-std::string Samples() {
-    std::string files;
-    for (auto const& entry : fs::directory_iterator(EXAMPLE_DATA))
-        files += entry.path().string() + ' ';
-    return files;
+    for (int x = 0; x < 320000; x += 20) {
+        int const top = 300 + x % 11;
+        for (int n : {x, 100, x, top, x + 10, top, x + 10, 100}) text << ' ' << n;
+    }
+    text << " 320000 0\n";
+    for (int i = 0; i < 3000; ++i) text << "polygon e 0 0 " << i << " 9 5 " << i << '\n';
+    return text.str();
 }
 
 TEST_F(Exchange, ClientsTellWhatFractureTells) {
-    WriteFile("random.lay", RandomLayout());
     WriteFile("big.lay", BigLayout());
-    for (std::string const& options : {std::string(), Local()}) {
+    WriteFile("bad.lay",
+              "path m 2 0 0 0 9 5\ncircle m 9 0 0 500\npath a 8 1 5 5\npath m 2 0 0 0 9 0 5 0\n"
+              "polygon m 0 0\npolygon m 0 0 99 9 5 50 20 20\npath a 100 0 0 0 0 90 30 90\n");
+    for (std::string const options : {"", "-l s"}) {
         StartServer(options);
-        ExpectSame("", Samples());
-        ExpectSame("-s 20n ", Samples());
-        ExpectSame("-u 5n -s -0.04u ", Samples());
-        ExpectSame("", "random.lay none.lay");
-        ExpectSame("", "big.lay");
+        Pairs const rows = {{"", samples},
+                            {"-u 5n -s -0.04u ", samples},
+                            {"", "big.lay"},
+                            {"", "bad.lay none.lay"}};
+        for (auto const& [how, files] : rows)
+            EXPECT_EQ(Printed(FRACTURE_COMMAND, how + files),
+                      Printed(command, how + address + ' ' + files));
         EXPECT_EQ("0", Answer("-x " + address));
         EXPECT_EQ("0", Wait());
     }
@@ -264,55 +219,26 @@ TEST_F(Exchange, OthersSpeakTheProtocol) {
 }
 
 TEST_F(Exchange, ServesManyClientsAtOnce) {
-    for (std::string const& options : {std::string(), Local()}) {
-        StartServer(options);
-        kill(pid, SIGSTOP);  // so that they all wait to be accepted
-        std::vector<Raw> clients;
-        for (int i = 0; i < 64; ++i) clients.emplace_back(address);
-        kill(pid, SIGCONT);
-        for (int i = 0; i < 64; ++i) clients[std::size_t(i)].Send(Square(i).substr(0, 20));
-        std::string const run =
-            " && " FRACTURE_CLIENT_COMMAND " >table " + address + " " + Samples();
-        EXPECT_EQ(
-            0, RunProgram("{ true", run + "& true" + run + "& a=$!; true" + run + "; wait $a; }"));
-        for (int i = 64; i-- > 0;) {  // byte by byte, to some of them
-            Raw const& client = clients[std::size_t(i)];
-            if (i % 8 != 0) client.Send(Square(i).substr(20));
-            for (char const c : i % 8 == 0 ? Square(i).substr(20) : "") client.Send({c});
-            client.Send(Square(i + 1));
-        }
-        for (int i = 0; i < 64; ++i) {
-            std::string const want = SquareAnswer(i) + SquareAnswer(i + 1);
-            EXPECT_EQ(want, clients[std::size_t(i)].Receive(want.size())) << i;
-        }
-        EXPECT_EQ("0", EndServer(SIGTERM));
+    StartServer("");
+    kill(pid, SIGSTOP);  // so that they all wait to be accepted
+    std::vector<Raw> clients;
+    for (int i = 0; i < 64; ++i) clients.emplace_back(address);
+    kill(pid, SIGCONT);
+    for (int i = 0; i < 64; ++i) clients[std::size_t(i)].Send(Square(i).substr(0, 20));
+    EXPECT_EQ(0, Run(address + ' ' + samples));
+    for (int i = 64; i-- > 0;) {
+        for (char const c : Square(i).substr(20)) clients[std::size_t(i)].Send({c});
+        clients[std::size_t(i)].Send(Square(i + 1));
+    }
+    for (int i = 0; i < 64; ++i) {
+        std::string const want = SquareAnswer(i) + SquareAnswer(i + 1);
+        EXPECT_EQ(want, clients[std::size_t(i)].Receive(want.size())) << i;
     }
 }
 
 TEST_F(Exchange, AnswersEveryClientAndNamesBadOnes) {
     StartServer("");
     constexpr int kFar = 1073741824;
-    std::pair<std::string, std::string> const good[] = {
-        {"", ""},
-        {Square(1) + Square(2), SquareAnswer(1) + SquareAnswer(2)},
-        {Head(1, 20, 1, 0, 2) + Bytes(0, 0, 100, 0),
-         Bytes(Byte{0}, 0, Byte{0}, 4, -10, -10, 110, -10, 110, 10, -10, 10, Byte{0}, 1, -10, -10,
-               110, 10)},
-        {Head(0, 0, 0, 0, 3) + Bytes(0, 0, 20, 0, 0, 10),
-         Bytes(Byte{0}, 0, Byte{0}, 3, 0, 0, 20, 0, 0, 10, Byte{1}, 1, 0, 0, 0, 20, 0, 10)},
-        {Head(2, 10, 4, -5, 1) + Bytes(7, 7), Bytes(Byte{0}, 0, Byte{2}, 0, Byte{0}, 0)},
-        {Head(0, 0, 0, 9, 3) + Bytes(0, 0, 5, 5, 9, 9),
-         Bytes(Byte{0}, 2, Byte{1}, 1, 9, 9, Byte{0}, 0)},
-        {Head(1, 2, 0, 0, 2) + Bytes(0, 0, 9, 5) + Square(3),
-         Bytes(Byte{1}, String_t("slanted path")) + SquareAnswer(3)}};
-    int const wrong_heads[][5] = {{'G', 0, 0, 0, 3},         {4, 0, 0, 0, 3},
-                                  {0, 1, 0, 0, 3},           {0, 0, 1, 0, 3},
-                                  {1, -1, 0, 0, 3},          {1, kFar, 0, 0, 3},
-                                  {1, 2, 2, 0, 3},           {2, 2, 2, 0, 1},
-                                  {0, 0, 0, kFar / 4, 3},    {0, 0, 0, -kFar / 4, 3},
-                                  {0, 0, 0, 0, 2},           {0, 0, 0, 0, 65536},
-                                  {0, 0, 0, 0, -2147483647}, {1, 2, 0, 0, 0},
-                                  {1, 2, 0, 0, 32768},       {2, 2, 3, 0, 2}};
     Raw const other(address);
     auto const converse = [&](std::string const& bytes, std::string const& answer,
                               std::string const& complaint) {
@@ -324,11 +250,18 @@ TEST_F(Exchange, AnswersEveryClientAndNamesBadOnes) {
         EXPECT_EQ(answer, client.Receive(1000)) << bytes;
         other.IsServed();
     };
-    for (auto const& row : good) converse(row.first, row.second, "");
-    for (auto const& head : wrong_heads)
-        converse(Head(head[0], head[1], head[2], head[3], head[4]), "", "protocol error");
-    converse(Head(0, 0, 0, 0, 3) + Bytes(0, kFar, 0, 0, 0, 0), "", "protocol error");
-    converse(Head(0, 0, 0, 0, 3) + Bytes(0, 0, 0, 0, -kFar, 0), "", "protocol error");
+    converse("", "", "");
+    converse(Head(1, 2, 0, 0, 2) + Bytes(0, 0, 9, 5) + Square(3),
+             Bytes(Byte{1}, String_t("slanted path")) + SquareAnswer(3), "");
+    converse(Head(2, 10, 4, -5, 1) + Bytes(7, 7), Bytes(Byte{0}, 0, Byte{2}, 0, Byte{0}, 0), "");
+    Rows<int, int, int, int, int> const wrong_heads = {
+        {'G', 0, 0, 0, 3},      {4, 0, 0, 0, 3},    {0, 1, 0, 0, 3},     {0, 0, 1, 0, 3},
+        {1, -1, 0, 0, 3},       {1, kFar, 0, 0, 3}, {1, 2, 2, 0, 3},     {2, 2, 2, 0, 1},
+        {0, 0, 0, kFar / 4, 3}, {0, 0, 0, 0, 2},    {0, 0, 0, 0, 65536}, {1, 2, 0, 0, 0},
+        {1, 2, 0, 0, 32768},    {2, 2, 3, 0, 2}};
+    for (auto const& head : wrong_heads) converse(std::apply(Head, head), "", "protocol error");
+    for (int const far : {kFar, -kFar})
+        converse(Head(0, 0, 0, 0, 3) + Bytes(0, far, 0, 0, 0, 0), "", "protocol error");
     converse(Square(5).substr(0, 3), "", "end of input");
     converse(Head(0, 0, 0, 0, 65535) + Bytes(1, 2, 3), "", "end of input");
     std::string name;
@@ -340,7 +273,6 @@ TEST_F(Exchange, AnswersEveryClientAndNamesBadOnes) {
     }
     EXPECT_EQ(0u, Line().find("fracture_server: " + name + ": read/write error, "));
     other.IsServed();
-    EXPECT_EQ("0", EndServer(SIGTERM));
 }
 
 TEST_F(Exchange, SlowClientsAreLeftAlone) {
@@ -359,70 +291,46 @@ TEST_F(Exchange, SlowClientsAreLeftAlone) {
 }
 
 TEST_F(Exchange, EndsWithAllItsChildren) {
-    for (std::string const& options : {std::string(), Local()})
-        for (int const end : {SIGTERM, SIGINT, 0}) {
-            StartServer(options);
-            Raw const idle(address), busy(address), waiting(address);
-            idle.IsServed();
-            waiting.Send(Square(1).substr(0, 30));
-            busy.Send(Zigzag());
-            EXPECT_EQ(100u, busy.Receive(100).size());
-            EXPECT_EQ("0", end == 0 ? Answer("--stop " + address) : "0");
-            EXPECT_EQ("0", end == 0 ? Wait() : EndServer(end));
-            EXPECT_EQ("", idle.Receive(1));
-            EXPECT_EQ("", waiting.Receive(1));
-            EXPECT_GT(1u << 24, busy.Receive(1u << 24).size());
-            EXPECT_EQ(-1, ClientSocketIn(address.c_str()).Connect());
-            EXPECT_EQ(Strings(), Names());
-        }
+    for (int const end : {SIGTERM, SIGINT, 0}) {
+        StartServer("-l s");
+        Raw const idle(address), busy(address);
+        idle.IsServed();
+        busy.Send(Zigzag());
+        EXPECT_EQ(100u, busy.Receive(100).size());
+        EXPECT_EQ("0", end == 0 ? Answer("--stop " + address) : "0");
+        EXPECT_EQ("0", end == 0 ? Wait() : EndServer(end));
+        EXPECT_EQ("", idle.Receive(1));
+        EXPECT_GT(1u << 24, busy.Receive(1u << 24).size());
+        EXPECT_EQ(Strings(), Names());
+    }
 }
 
 TEST_F(Exchange, ListensWhereItIsTold) {
-    StartServer("");
-    EXPECT_EQ(0u, address.find("127.0.0.1:"));
-    std::string const port = address.substr(10);
-    int const taken = std::stoi(port), last = std::min(taken + 9, 65535);
+    ServerSocketIn own(0, "127.0.0.1");
+    ASSERT_LE(0, own.Listen(1));
+    std::string const port = std::string(own.RefString().Get()).substr(10);
+    int const last = std::min(std::stoi(port) + 9, 65535);
     WriteFile("file", "");
-    std::pair<std::string, std::string> const rows[] = {
+    Pairs const rows = {
         {"-p " + port, "cannot listen on 127.0.0.1 port " + port + ": Address already in use\n"},
         {"-H no.such.host.invalid", "cannot listen on no.such.host.invalid port 0: "},
         {"-l file", "cannot listen on ./file: Address already in use\n"},
-        {"-l none/s", "cannot listen on ./none/s: No such file or directory\n"},
         {"-l " + std::string(106, 'x'), "not a path for a local socket: xxx"},
-        {"-l ''", "not a path for a local socket: \nusage: "},
         {"-l s -p 0", "either ports or a local socket\nusage: "},
         {"-l s -H localhost", "either ports or a local socket\nusage: "},
-        {"-t", "a value is missing after -t\nusage: "},
-        {"-q", "unknown option -q\nusage: "},
+        {"-p 5-4", "not a range of ports: 5-4\nusage: "},
+        {"-p 1-65536", "not a range of ports: 1-65536\nusage: "},
+        {"-t 2147484", "not a number of seconds: 2147484\nusage: "},
         {"a", "not expected: a\nusage: "}};
-    auto const refuses = [this](std::string const& arguments, std::string const& message) {
+    for (auto const& [arguments, message] : rows) {
         EXPECT_EQ(1, RunProgram(FRACTURE_SERVER_COMMAND, arguments));
         EXPECT_EQ(0u, (out + err).find("fracture_server: " + message)) << arguments << err;
         EXPECT_EQ(Strings{"file"}, Names()) << arguments;
-    };
-    for (auto const& row : rows) refuses(row.first, row.second);
-    for (std::string const ports : {"5-4", "0-4", "1-65536", "x"})
-        refuses("-p " + ports, "not a range of ports: " + ports + "\nusage: ");
-    for (std::string const seconds : {"0", "2147484", "1s"})
-        refuses("-t " + seconds, "not a number of seconds: " + seconds + "\nusage: ");
-    FILE* const first = std::exchange(output, nullptr);
-    pid_t const first_pid = pid;
-    if (last > taken) {
-        StartServer("-p " + port + "-" + std::to_string(last));
-        EXPECT_NE(port, address.substr(10));
-        EXPECT_EQ("0", Answer("-x " + address));
-        EXPECT_EQ("0", Wait());
     }
-    if (ServerSocketIn(0, "::1").Listen(1) >= 0) {
-        StartServer("-H ::1");
-        EXPECT_EQ(0u, address.find("::1/"));
-        EXPECT_EQ(0, Run(address + " " + Samples())) << err;
-        EXPECT_EQ("0", Answer("-x [::1]:" + address.substr(4)));
-        EXPECT_EQ("0", Wait());
-    }
-    output = first;
-    pid = first_pid;
-    EXPECT_EQ("0", EndServer(SIGTERM));
+    if (last == std::stoi(port)) return;
+    StartServer("-p " + port + "-" + std::to_string(last));
+    EXPECT_EQ(0u, address.find("127.0.0.1:"));
+    EXPECT_EQ("0", Answer("-x " + address));
 }
 
 TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
@@ -440,61 +348,45 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
             EXPECT_EQ(request, client.Receive(request.size()));
             client.Send(answer);
         }
-        std::string const complaint = "fracture_client: " + address + ": " + message + "\n1";
-        EXPECT_EQ(message.empty() ? "0" : complaint, Wait()) << answer;
+        EXPECT_EQ("fracture_client: " + address + ": " + message + "\n1", Wait()) << answer;
         EXPECT_EQ("old", ReadFile("p.svg"));
     };
-    int const wrong[][6] = {{'H', 0, 0, 0, 0, 0}, {0, 5, 0, 0, 0, 0},
-                            {0, 0, 3, 0, 0, 0},   {0, 0, 0, 65536, 0, 0},
-                            {0, 0, 0, 0, 2, 0},   {0, 0, 0, 0, 1, (1 << 24) + 1},
-                            {0, 0, 0, 0, 1, -1}};
-    for (auto const& a : wrong)
-        converse(false, Bytes(Byte(a[0]), a[1], Byte(a[2]), a[3], Byte(a[4]), a[5]),
-                 "protocol error");
-    for (auto const& text : {Bytes(9000), Bytes(String_t("")), Bytes(String_t("\033[2J"))})
-        converse(false, Bytes(Byte{1}) + text, "protocol error");
-    converse(false, Bytes(Byte{0}, 0, Byte{0}, 1, 1 << 30, 0), "protocol error");
-    converse(false, Bytes(Byte{0}, 0, Byte{0}, 0, Byte{0}, 1, 0, 0, 0, 1 << 30), "protocol error");
-    converse(false, Bytes(Byte{0}, 0, Byte{0}, 0, Byte{1}, 1 << 24, 1), "end of input");
+    Byte const no{0}, yes{1};
+    for (auto const& answer :
+         {Bytes(Byte{'H'}, 0, no, 0, no, 0), Bytes(no, 5, no, 0, no, 0),
+          Bytes(no, 0, Byte{3}, 0, no, 0), Bytes(no, 0, no, 65536, no, 0),
+          Bytes(no, 0, no, 0, Byte{2}, 0), Bytes(no, 0, no, 0, yes, (1 << 24) + 1),
+          Bytes(no, 0, no, 0, yes, -1), Bytes(yes, 9000), Bytes(yes, String_t("")),
+          Bytes(yes, String_t("\033[2J")), Bytes(no, 0, no, 1, 1 << 30, 0),
+          Bytes(no, 0, no, 0, no, 1, 0, 0, 0, 1 << 30)})
+        converse(false, answer, "protocol error");
     converse(false, SquareAnswer(0).substr(0, 50), "end of input");
-    converse(false, "", "end of input");
-    converse(true, Bytes(Byte{3}), "");
-    converse(true, Bytes(Byte{0}), "protocol error");
+    converse(true, Bytes(no), "protocol error");
     converse(true, "", "end of input");
     Start(FRACTURE_CLIENT_COMMAND " -t 1 -o p.svg " + address + " a.lay");
     Raw const client(server.Accept(60));
     EXPECT_EQ("fracture_client: " + address + ": timed out\n1", Wait());
     server.Close();
-    EXPECT_EQ("fracture_client: connect error, " + address + ", Connection refused\n1",
-              Answer("-o p.svg " + address + " a.lay"));
-    char const* const bad[][2] = {{"", "no address given\n1"},
-                                  {"./none", "no file given\n1"},
-                                  {"-x ./none a.lay", "not expected: a.lay\n1"},
-                                  {"-xy ./none", "unknown option -xy\n1"},
-                                  {"-t 0 ./none a.lay", "not a number of seconds: 0\n1"},
-                                  {"-s q ./none a.lay", "not a distance: q\n1"},
-                                  {"./none a.lay", "connect error, ./none, No such file"},
-                                  {"x a.lay", "connect error, x, "},
-                                  {"x.invalid:5 a.lay", "connect error, x.invalid:5, "}};
-    for (auto const& row : bad)
-        EXPECT_EQ(0u, Answer(row[0]).find(std::string("fracture_client: ") + row[1])) << row[0];
+    Pairs const bad = {{address + " a.lay", "connect error, " + address + ", Connection refused"},
+                       {"", "no address given\n1"},
+                       {"./none", "no file given\n1"},
+                       {"-x ./none a.lay", "not expected: a.lay\n1"},
+                       {"-xy ./none", "unknown option -xy\n1"},
+                       {"./none a.lay", "connect error, ./none, No such file"},
+                       {"x.invalid:5 a.lay", "connect error, x.invalid:5, "}};
+    for (auto const& [arguments, message] : bad)
+        EXPECT_EQ(0u, Answer(arguments).find("fracture_client: " + message)) << arguments;
 }
 
 TEST_F(Exchange, TheDemoLeavesAPicture) {
-    auto const bare = [](std::string text) {
-        text.erase(std::remove(text.begin(), text.end(), '\''), text.end());
-        return "'" + text + "' ";
+    auto const bare = [](std::string const& text) {
+        return "'" + std::regex_replace(text, std::regex("'"), "") + "' ";
     };
     std::string const commands =
         bare(FRACTURE_SERVER_COMMAND) + bare(FRACTURE_CLIENT_COMMAND " -q") + "p.svg ";
-    ASSERT_EQ(0, RunProgram(EXCHANGE_DEMO_COMMAND, commands + Samples())) << err;
-    EXPECT_TRUE(std::regex_match(out, std::regex("A server listens at 127\\.0\\.0\\.1:\\d+\\.\n"
-                                                 "The server has ended\\.\n"
-                                                 "The picture is p\\.svg: .*\n")))
-        << out;
-    std::string const picture = ReadFile("p.svg");
-    ASSERT_EQ(0, RunProgram(FRACTURE_COMMAND, "-o p.svg " + Samples()));
-    EXPECT_TRUE(picture == ReadFile("p.svg"));
+    ASSERT_EQ(0, RunProgram(EXCHANGE_DEMO_COMMAND, commands + samples)) << err;
+    EXPECT_NE(std::string::npos, out.find("The server has ended.\nThe picture is p.svg: "));
+    EXPECT_TRUE(fs::exists("p.svg"));
     EXPECT_EQ(1, RunProgram(EXCHANGE_DEMO_COMMAND, commands + "none.lay"));
     EXPECT_NE(std::string::npos, err.find("exchange_demo: the client failed\n"));
     EXPECT_EQ(1, RunProgram(EXCHANGE_DEMO_COMMAND, "false true p.svg a.lay"));

@@ -2,11 +2,10 @@
 #ifndef KORBASE_TESTS_EXAMPLES_PROGRAM_H
 #define KORBASE_TESTS_EXAMPLES_PROGRAM_H
 
-#include <gtest/gtest.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 
 #include "tests/support/fresh_folder.h"
+#include "tests/support/test.h"
 
 namespace fs = std::filesystem;
 

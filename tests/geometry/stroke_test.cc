@@ -39,24 +39,16 @@ Polyline Flat(Drawing const& drawing) {
 Drawing const start_text = Plot("A 1");
 Drawing const start_marker = PlotMarker();
 
-// The attributes belong to the process: each test starts with, and leaves, those of its start.
-class StrokeTest : public testing::Test {
-protected:
-    StrokeTest() { SetHeight(0.01F); }
-    ~StrokeTest() override { SetHeight(0.01F); }
-
-    // Of height 1, text is drawn as the font's table says.
-    static void SetHeight(float height) {
-        stroke_set_text_attributes(0, 0.0F, 1.0F, height, 1.0F, 0.0F);
-        stroke_set_marker_attributes(1, 0.7F);
-    }
-};
+// The attributes belong to the process. Of height 1, text is drawn as the font's table says.
+void SetHeight(float height) {
+    stroke_set_text_attributes(0, 0.0F, 1.0F, height, 1.0F, 0.0F);
+    stroke_set_marker_attributes(1, 0.7F);
+}
 
 // Fourteenths of a cell as the nearest float to the decimal fraction of three places.
 float Grid(int fourteenths) { return static_cast<float>(std::round(fourteenths / 0.014) / 1000); }
 
-TEST_F(StrokeTest, StartAttributesDrawAHundredthHigh) {
-    EXPECT_EQ(Plot("A 1"), start_text);
+TEST(Stroke, StartAttributesDrawAHundredthHigh) {
     EXPECT_EQ((Drawing{{{-0.2F, 0.0F}, {0.2F, 0.0F}}, {{0.0F, -0.2F}, {0.0F, 0.2F}}}),
               start_marker);
     // The glyphs that are given, in fourteenths; the second character stands two advances behind.
@@ -68,18 +60,16 @@ TEST_F(StrokeTest, StartAttributesDrawAHundredthHigh) {
     EXPECT_EQ(want, start_text);
 }
 
-TEST_F(StrokeTest, EachCoordinateIsFusedOnceAndThenMoved) {
+TEST(Stroke, EachCoordinateIsFusedOnceAndThenMoved) {
     stroke_set_text_attributes(2, 3.0F, -5.0F, 0.37F, 1.3F, 0.25F);
     auto const at_origin = Plot("1");
     EXPECT_EQ(0x1.7347e4p-4F, at_origin[0][0].first);    // ...e6 with the other product fused
     EXPECT_EQ(0x1.61379ep-5F, at_origin[0][1].first);    // ...a0 without fusing
     EXPECT_EQ(-0x1.405002p-2F, Plot("A")[0][5].second);  // ...00 in both cases
-    auto const moved = Plot("17", 10.1F, -3.7F);
-    EXPECT_EQ(std::make_pair(0x1.44946cp+3F, -0x1.06c27ap+2F), moved[0][1]);
-    EXPECT_EQ(std::make_pair(0x1.50e7fcp+3F, -0x1.1a7cbap+2F), moved[1][0]);
+    EXPECT_EQ(std::make_pair(0x1.50e7fcp+3F, -0x1.1a7cbap+2F), Plot("17", 10.1F, -3.7F)[1][0]);
 }
 
-TEST_F(StrokeTest, FollowsTheFormulaInDouble) {
+TEST(Stroke, FollowsTheFormulaInDouble) {
     std::mt19937 random(55);
     auto const uniform = [&random](double reach) {
         return static_cast<float>(reach * (static_cast<double>(random()) / 2147483648.0 - 1));
@@ -117,7 +107,7 @@ TEST_F(StrokeTest, FollowsTheFormulaInDouble) {
     }
 }
 
-TEST_F(StrokeTest, NothingToDrawOrNowhereToDrawItIsHarmless) {
+TEST(Stroke, NothingToDrawOrNowhereToDrawItIsHarmless) {
     for (int code = 127; code < 256 + ' '; ++code)
         EXPECT_TRUE(Plot(std::string(1, static_cast<char>(code))).empty()) << code;
     Drawing drawing;
@@ -133,7 +123,7 @@ TEST_F(StrokeTest, NothingToDrawOrNowhereToDrawItIsHarmless) {
     for (auto const& [x, y] : drawing.at(0)) EXPECT_TRUE(std::isnan(x) && std::isnan(y));
 }
 
-TEST_F(StrokeTest, SixteenBitsOfAMarkerKindCount) {
+TEST(Stroke, SixteenBitsOfAMarkerKindCount) {
     for (int const kind : {5, 5 + 65536, 5 - 65536}) {
         EXPECT_EQ(kind, stroke_set_marker_attributes(kind, 14.0F));
         EXPECT_EQ((Drawing{{{4, 14}, {16, 26}}, {{4, 26}, {16, 14}}}), PlotMarker(10, 20)) << kind;
@@ -144,7 +134,8 @@ TEST_F(StrokeTest, SixteenBitsOfAMarkerKindCount) {
     }
 }
 
-TEST_F(StrokeTest, AttributesSetWhileDrawingCountFromTheNextCall) {
+TEST(Stroke, AttributesSetWhileDrawingCountFromTheNextCall) {
+    SetHeight(0.01F);
     auto const before = Plot("LL");
     Drawing drawing;
     auto const grow = [](int count, float const* xy, void* user) {
