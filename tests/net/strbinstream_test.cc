@@ -20,10 +20,7 @@ TEST(StrBinStream, GrowsItsOwnMemoryByDoubling) {
 
 TEST(StrBinStream, FillsFixedMemoryAndThenEnds) {
     char memory[9] = "--------";
-    {
-        OStrBinStream out(memory, 8);
-        out << 'x';
-    }
+    OStrBinStream(memory, 8).Write("x", 1);
     EXPECT_STREQ("--------", memory);  // what was not flushed is lost
     OStrBinStream out(memory, 8), empty(8), none(nullptr, 8);
     EXPECT_TRUE(out.Write("abcdefghijkl", 12).Flush() == 8 && out.Good());
@@ -47,8 +44,7 @@ TEST(StrBinStream, ReadsBackWhatWasWritten) {
     in >> one >> first >> second;
     EXPECT_TRUE(in.Good() && one == 1 && first == text && second == text);
     in >> one;
-    EXPECT_EQ(SockStream::kEof, in.Status());
-    EXPECT_EQ(-1, in.Fill());
+    EXPECT_TRUE(in.Status() == SockStream::kEof && in.Fill() == -1);
     in.Exceptions(SockStream::kEof);
     EXPECT_THROW(in.Fill(), SockIO::EndOfInput);
 
