@@ -75,8 +75,7 @@ String_t Text(Name const& name) { return name ? String_t(name->c_str()) : String
 // characters, some beyond 127, "" and null.
 Name RandomName(std::mt19937& random, unsigned names) {
     unsigned const kind = random() % 40, number = random() % names;
-    if (kind == 0) return {};
-    if (kind == 1) return "";
+    if (kind < 2) return kind ? Name("") : Name();
     if (kind < 20) return "net" + std::to_string(number);
     std::string const stem(kind % 13, static_cast<char>(kind % 3 ? 'a' + kind : 250));
     return stem + static_cast<char>('a' + number % 26) + (number % 2 ? stem : "");
@@ -94,9 +93,8 @@ void ExpectSame(HashModel const& model, Table const& table) {
         StrCnt const* const record = next();
         ASSERT_NE(nullptr, record);
         if (!zero) zero = record - i;
-        ASSERT_EQ(i, static_cast<std::size_t>(record - zero));
-        ASSERT_EQ(Text(slot.key), record->str);
-        ASSERT_EQ(slot.value, record->cnt);
+        ASSERT_EQ(zero + i, record);
+        ASSERT_TRUE(Text(slot.key) == record->str && slot.value == record->cnt);
     }
     for (int i = 0; i < 2; ++i) ASSERT_EQ(nullptr, next());
 }
@@ -181,17 +179,12 @@ TEST(Gohash, PutsRecordsWhereTheDocumentedProbesEnd) {
     }
 }
 
-// Texts that differ in one bit, and so many that some share all 32 bits of any hash.
+// So many that some share all 32 bits of any hash.
 TEST(Gohash, TellsTextsApart) {
-    Table alike(0), many(0);
-    for (unsigned bit = 0; bit < 8 * 20; ++bit) {
-        std::string text(bit < 80 ? 10 : 20, '\xFF');
-        text[bit / 8] = static_cast<char>(0xFF ^ 1U << bit % 8);
-        EXPECT_NE(nullptr, alike.Add(StrCnt(text.c_str()))) << text;
-    }
+    Table table(0);
     for (unsigned i = 0; i < 300000; ++i)
-        many.Add(StrCnt(("hierarchical name/" + std::to_string(i * 2654435761U)).c_str()));
-    EXPECT_EQ(300000U, many.Card());
+        table.Add(StrCnt(("hierarchical name/" + std::to_string(i * 2654435761U)).c_str()));
+    EXPECT_EQ(300000U, table.Card());
 }
 
 TEST(Gohash, AFailedCopyLeavesTheTableAsItWas) {

@@ -202,21 +202,16 @@ TYPED_TEST(ListPlace, InsertsAppendsAndRemovesWhereItStands) {
     }
 }
 
-TEST(SingleLists, Splice) {
-    auto const check = [](auto list) {
-        using List = decltype(list);
-        for (std::string const a : {"", "ab"})
-            for (std::string const b : {"", "cd"}) {
-                auto front = MakeList<List>(a), back = MakeList<List>(a);
-                auto one = MakeList<List>(b), two = MakeList<List>(b);
-                front.insert(one), front.insert(front);  // into itself: nothing
-                back.append(two), back.append(back);
-                EXPECT_EQ(b + a + '|' + a + b,
-                          Text(front) + Text(one) + '|' + Text(back) + Text(two));
-            }
-    };
-    check(Single<slist_t>());
-    check(Single<olist_t>());
+TEST(SList, Splices) {
+    using List = Single<slist_t>;
+    for (std::string const a : {"", "ab"})
+        for (std::string const b : {"", "cd"}) {
+            auto front = MakeList<List>(a), back = MakeList<List>(a);
+            auto one = MakeList<List>(b), two = MakeList<List>(b);
+            front.insert(one), front.insert(front);  // into itself: nothing
+            back.append(two), back.append(back);
+            EXPECT_EQ(b + a + '|' + a + b, Text(front) + Text(one) + '|' + Text(back) + Text(two));
+        }
 }
 
 TEST(SList, SortsAndUniqComparesWithThePredecessorAsItStood) {
@@ -238,8 +233,8 @@ TEST(PointerLists, ReplaceAndCopy) {
         auto copy = list, target = MakeList<decltype(list)>("q");
         copy.TakeFirst();
         target = copy = *&copy;
-        target.AddLast('z');
-        EXPECT_EQ("axcb xcb xcbz", Text(list) + ' ' + Text(copy) + ' ' + Text(target));
+        copy.TakeFirst();
+        EXPECT_EQ("axcb cb xcb", Text(list) + ' ' + Text(copy) + ' ' + Text(target));
     };
     check(MakeList<Single<slist_t>>("abcb"));
     check(MakeList<PointerDouble>("abcb"));

@@ -22,17 +22,17 @@ TEST(Set, IsMadeFromLists) {
 }
 
 TEST(Set, AddsMemberLists) {
-    std::pair<char const*, char const*> const rows[] = {{"1,3,5-7", "1 3 5 6 7"},
-                                                        {" 1\t- 3 ,\t12", "1 2 3 12"},
-                                                        {"7-5", ""},
-                                                        {"1 2", "2"},
-                                                        {"1-2 3-4", "1 2 3 4"},
-                                                        {"3-,5", "5"},
-                                                        {"18446744073709551617-1", ""}};
+    Rows<char const*, std::string> const rows = {{"1,3,5-7", "1 3 5 6 7 "},
+                                                 {" 1\t- 3 ,\t12", "1 2 3 12 "},
+                                                 {"7-5", ""},
+                                                 {"1 2", "2 "},
+                                                 {"1-2 3-4", "1 2 3 4 "},
+                                                 {"3-,,5", "5 "},
+                                                 {"18446744073709551617-1", ""}};
     for (auto const& [text, want] : rows) {
         Set s(99, 0);
         s.add(text);
-        EXPECT_EQ(want + std::string(*want ? " 99" : "99"), Joined(s)) << text;
+        EXPECT_EQ(want + "99", Joined(s)) << text;
     }
     Set complemented(3, 40, 0);
     complemented.add("-3,5");
@@ -91,7 +91,6 @@ TEST(Set, ComparesWordsRatherThanMembers) {
     Set narrow(1, 0), wide(1, 0);
     wide.bumpsize(95);
     EXPECT_FALSE(narrow == wide);
-    EXPECT_TRUE(wide <= narrow);
     wide.add(64);
     EXPECT_TRUE(wide <= narrow);  // only the first extra word counts
     wide.add(63);
@@ -99,22 +98,17 @@ TEST(Set, ComparesWordsRatherThanMembers) {
 }
 
 TEST(SetDeathTest, FixedSetsStayInTheCallersWords) {
-    set_word_t words[] = {99, 99, 0xABCD};
+    set_word_t words[] = {99, 99, 0xABCD}, more[2];
     Set s(2, words);
-    EXPECT_EQ(0U, s.size());
-    s.add(63);
-    s.add(64);
-    s.remove(65);
+    for (unsigned const i : {63, 64}) s.add(i);
     s |= Set("1,64-90");
     EXPECT_EQ("2 2147483648 43981", Joined(words));
 
-    set_word_t more[2];
-    Set same(2, more, s), copy(s);
-    EXPECT_TRUE(same == s);
-    Set moved(std::move(same));
-    copy.add(64);
-    moved.add(64);
-    EXPECT_EQ("1 63 64, 1 63 64", Joined(copy) + ", " + Joined(moved));
+    Set same(2, more, s), copy(s), moved(std::move(same));
+    for (Set* const grown : {&copy, &moved}) {
+        grown->add(64);
+        EXPECT_EQ("1 63 64", Joined(*grown));
+    }
     s = Set(64);
     EXPECT_EQ(0U, words[0] | words[1]);
     EXPECT_DEATH(Set(2, words, Set(32)), R"(containers/set\.cc:[0-9]+:.*n == s\.num)");

@@ -26,17 +26,4 @@ TEST(TShSort, SortsEveryLength) {
     }
 }
 
-TEST(TShSort, StartsWithTheWidestGap) {
-    // 13 for 100 elements: the first comparison is between elements 0 and 13.
-    static int first;
-    first = -1;
-    int a[100] = {};
-    for (int i = 0; i < 100; ++i) a[i] = i;
-    TShSort<int>(a, 100, [](int const* x, int const* y) {
-        if (first < 0) first = *y - *x;
-        return *x - *y;
-    });
-    EXPECT_EQ(13, first);
-}
-
 }  // namespace

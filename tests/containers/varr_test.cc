@@ -35,17 +35,13 @@ TEST(VarrDeathTest, GrowsByItsIncrementOrByDoubling) {
 TEST(Varr, AppendsItsOwnElementsWhileTheBufferMoves) {
     Array const v = IntArray(3, 1, {1, 2, 3});
     EXPECT_EQ(3, *static_cast<int*>(varr_cat(v.get(), 2, varr_get_by_index(v.get(), 1))));
-    for (int i = 0; i < 100; ++i) varr_app(v.get(), varr_get(v.get()));
-    Ints want = {1, 2, 3, 2, 3};
-    want.insert(want.end(), 100, 1);
-    EXPECT_EQ(want, Elements(v));
-
+    while (v->capacity == 6) varr_app(v.get(), varr_get(v.get()));
+    EXPECT_EQ("1 2 3 2 3 1 1", Joined(Elements(v)));
     varr_cpy(v.get(), 4, varr_get_by_index(v.get(), 1));
     EXPECT_EQ("2 3 2 3", Joined(Elements(v)));
     varr_ass(v.get(), varr_get_by_index(v.get(), 3));
     EXPECT_EQ("3", Joined(Elements(v)));
     EXPECT_EQ(varr_get(v.get()), varr_cat(v.get(), -2, nullptr));
-    EXPECT_EQ(nullptr, varr_cpy(v.get(), 0, nullptr));
 }
 
 TEST(Varr, HandsBuffersOverAndTakesThemBack) {
