@@ -1,7 +1,11 @@
+// Allocation that never fails, rounding and divisors.
 #include "text/memory.h"
+
+#include <numeric>
 
 #include "tests/support/abort_text.h"
 #include "tests/support/test.h"
+#include "text/numeric.h"
 
 namespace {
 
@@ -12,16 +16,15 @@ TEST(CheckedAllocation, KeepsContentsAndServesNull) {
     EXPECT_EQ(0, std::memcmp(block, std::string(400, 'x').data(), 400));
     std::free(SRealloc(block, 400));
     block = SCalloc(100, 4);  // likely the block that was given back
-    EXPECT_EQ(0, std::memcmp(block, std::string(400, '\0').data(), 400));
+    EXPECT_EQ(0, std::memcmp(block, std::string(400, 0).data(), 400));
     for (void* const each : {block, SMalloc(0), SArealloc(nullptr, 0, 0)}) std::free(each);
 }
 
 TEST(SBalloc, GrowsToTheNextMultipleOf256AboveTheNeed) {
-    unsigned const rows[][3] = {{0, 1, 256}, {0, 256, 512}, {256, 257, 512}, {0, 512, 768}};
-    for (auto const& [before, needed, want] : rows) {
-        unsigned grown = before;
+    for (unsigned const needed : {1, 256, 257, 512}) {
+        unsigned grown = 0;
         std::free(SBalloc(&grown, SMalloc(8), needed, 8));
-        EXPECT_EQ(want, grown) << "needed " << needed;
+        EXPECT_EQ(needed / 256 * 256 + 256, grown) << "needed " << needed;
     }
     unsigned fits = 300;
     EXPECT_EQ(&fits, SBalloc(&fits, &fits, 300, 8));
@@ -32,11 +35,24 @@ TEST(OutOfMemoryDeathTest, PrintsItsTextWithoutALineEndAndAborts) {
     void (*const calls[])() = {
         [] { SArealloc(nullptr, 1, 0); },  // element size 0
         [] { SArealloc(SMalloc(1), 2147483648u, 2); },
-        [] { SBalloc(&capacity, nullptr, 0xFFFFFF00u, 1); },  // a capacity of 2^32
-        [] { SBalloc(&capacity, nullptr, 0x1FFFFFFFu, 8); },  // so many bytes
-        [] { SRealloc(SMalloc(1), 0); }};  // the platform's realloc frees and answers null
+        [] { SBalloc(&capacity, nullptr, 0xFFFFFF00u, 1); },   // a capacity of 2^32
+        [] { SBalloc(&capacity, nullptr, 0x1FFFFFFFu, 8); }};  // so many bytes
     for (auto* const call : calls)
         EXPECT_EXIT(call(), testing::KilledBySignal(SIGABRT), AbortText("out of memory"));
+    EXPECT_EXIT(halt(), testing::KilledBySignal(SIGABRT), AbortText(""));
+}
+
+TEST(MthRound, RoundsHalvesAwayFromZeroAndSaturates) {
+    double const values[] = {-0.5, -0.49, 2.5, 0.49999999999999994, HUGE_VAL, -1e300, std::nan("")};
+    std::string rounded;
+    for (double const x : values) rounded += std::to_string(mth_round(x)) + ' ';
+    EXPECT_EQ("-1 0 3 1 2147483647 -2147483647 0 ", rounded);
+}
+
+TEST(Gcd, AgreesWithEuclidAndReturnsBForNonPositiveA) {
+    for (int a = -3; a < 80; ++a)
+        for (int b = 1; b < 80; ++b)
+            ASSERT_EQ(a > 0 ? std::gcd(a, b) : b, gcd(a, b)) << a << ", " << b;
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
+// Fields of fixed length and listings in columns.
 #include "text/str_field.h"
 
 #include "tests/support/test.h"
+#include "text/str_columns.h"
 
 namespace {
 
@@ -8,20 +10,17 @@ TEST(StrField, PadAndSubstrFillTheDestination) {
     Rows<char const*, int, int, int, char const*> const rows = {
         {"abc", 1, 2, 5, "ab   #"},    {"abc", 1, 9, 5, "abc  #"},   {"abc", 1, 9, 2, "ab####"},
         {"abc", 1, -1, 2, "  ####"},   {nullptr, 1, 3, 2, "  ####"}, {"abc", 1, 3, -1, "######"},
-        {"abcdef", 2, 3, 5, "bcd  #"}, {"abc", 4, 1, 2, "  ####"},   {"abc", 99, 1, 2, "  ####"},
-        {"abc", 0, 3, 2, "  ####"}};
+        {"abcdef", 2, 3, 5, "bcd  #"}, {"abc", 99, 1, 2, "  ####"},  {"abc", 0, 3, 2, "  ####"}};
     for (auto const& [s, pos, count, dstlen, want] : rows) {
-        std::string field = "######", padded = field, stars = want;
+        std::string field = "######";
         str_substr(s, pos, count, field.data(), dstlen);
         EXPECT_EQ(want, field) << pos << ' ' << count << ' ' << dstlen;
-        std::replace(stars.begin(), stars.end(), ' ', '*');
-        str_pad(s, count, '*', dstlen, padded.data());
-        if (pos != 1) continue;
-        EXPECT_EQ(stars, padded) << count << ' ' << dstlen;
     }
     char field[7] = "abcdef";
     str_substr(field, 2, 4, field, 6);  // a piece of the field moves to its front
     EXPECT_STREQ("bcde  ", field);
+    str_pad("xyz", 2, '*', 3, field);
+    EXPECT_STREQ("xy*e  ", field);
     str_pad("abc", 3, '*', 3, nullptr);
 }
 
@@ -44,15 +43,31 @@ TEST(StrField, LengthAndShiftsTakeAnyCount) {
 }
 
 TEST(StrField, CaseConvertsTheShorterLength) {
-    int const lengths[][3] = {{3, 9, 3}, {9, 4, 4}, {-1, 5, 0}};
-    for (auto const& [length, maximum, count] : lengths) {
-        std::string lower = "Ab-Cd", upper = lower, rest = lower.substr(count);
-        tolower_(lower.data(), &length, maximum);
-        toupper_(upper.data(), &length, maximum);
-        EXPECT_EQ(std::string("ab-cd", count) + rest, lower);
-        EXPECT_EQ(std::string("AB-CD", count) + rest, upper);
+    for (auto const& [length, maximum] : {std::pair(3, 9), {9, 3}, {-1, 5}}) {
+        char text[] = "Ab-Cd", upper[] = "Ab-Cd";
+        tolower_(text, &length, maximum), toupper_(upper, &length, maximum);
+        EXPECT_STREQ(length < 0 ? "Ab-Cd" : "ab-Cd", text);
+        EXPECT_STREQ(length < 0 ? "Ab-Cd" : "AB-Cd", upper);
     }
-    toupper_(nullptr, lengths[0], 3);
+    toupper_(nullptr, nullptr, 3);
+}
+
+TEST(StrFmtMulCols, GoesDownTheColumns) {
+    static std::string listing;
+    auto const list = [](int count, int columns, int (*cmp)(void const*, void const*) = nullptr) {
+        char elements[] = "01243";
+        str_fmt_mul_cols(
+            elements, count, 1, cmp, columns,
+            [](void* element) { listing += *static_cast<char*>(element); }, [] { listing += '/'; });
+        return std::exchange(listing, "");
+    };
+    Rows<int, int, char const*> const rows = {
+        {5, 2, "04/13/2/"}, {3, INT_MAX, "012/"}, {3, 0, ""}, {3, -2, ""},
+        {1, -2, "0/"},      {0, -2, "/"},         {-3, 2, ""}};
+    for (auto const& [count, columns, want] : rows)
+        EXPECT_EQ(want, list(count, columns)) << count << " in " << columns;
+    EXPECT_EQ("41/30/2/",
+              list(5, 2, [](void const* a, void const* b) { return -std::memcmp(a, b, 1); }));
 }
 
 }  // namespace

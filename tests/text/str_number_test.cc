@@ -1,9 +1,12 @@
+// Numbers in texts and in streams.
 #include "text/str_number.h"
 
 #include <cctype>
 #include <cfloat>
+#include <iomanip>
 
 #include "tests/support/test.h"
+#include "text/numread.h"
 
 namespace {
 
@@ -16,12 +19,10 @@ Real ValueOf(char const* text, int count, int (*convert)(char const*, Real*)) {
 }
 
 TEST(StrToInt, CountsWhatItReadAndWraps) {
-    Rows<char const*, int, int> const rows = {
-        {"  -42abc", 5, -42},         {"+007", 4, 7},
-        {"4294967297", 10, 1},        {"2147483648", 10, INT_MIN},
-        {"-2147483649", 11, INT_MAX}, {"9999999999999999", 16, 1874919423}};
-    for (auto const& [text, count, value] : rows) EXPECT_EQ(value, ValueOf(text, count, str_toint));
-    for (char const* text : {"00000000000000001", "", " \t\n", "-", "- 5", "x5"})
+    EXPECT_EQ(-42, ValueOf("  -42abc", 5, str_toint));
+    EXPECT_EQ(INT_MAX, ValueOf("-2147483649", 11, str_toint));
+    EXPECT_EQ(1874919423, ValueOf("9999999999999999", 16, str_toint));
+    for (char const* text : {"00000000000000001", " \t\n", "- 5"})
         EXPECT_EQ(77, ValueOf(text, 0, str_toint));
     EXPECT_EQ(0, str_toint(nullptr, nullptr) + str_tofloat(nullptr, nullptr));
     EXPECT_EQ(-12, str_tolong(" -12x"));
@@ -37,86 +38,125 @@ TEST(StrToNumber, KnowsItsLettersAndNoOtherCharacter) {
         auto const c = static_cast<char>(byte), upper = static_cast<char>(std::toupper(byte));
         if (std::strchr(".DdEe0123456789", c)) continue;
         char const text[] = {'2', c, '\0'};
-        auto const any = any_letters.find(upper), exact = exact_letters.find(c);
-        bool const has_any = any != std::string::npos, has_exact = exact != std::string::npos;
-        double const factor = has_any ? any_factors[any] : 1;
-        ASSERT_EQ(2 * factor, ValueOf(text, 1 + has_any, str_todouble));
-        ASSERT_EQ(has_exact ? 2 * exact_factors[exact] : 2,
-                  ValueOf(text, 1 + has_exact, str_ctodouble));
+        auto const any = any_letters.find(upper), exact = exact_letters.find(c),
+                   none = std::string::npos;
+        double const wants[] = {any == none ? 2 : 2 * any_factors[any],
+                                exact == none ? 2 : 2 * exact_factors[exact]};
+        ASSERT_EQ(wants[0], ValueOf(text, 1 + (any != none), str_todouble));
+        ASSERT_EQ(wants[1], ValueOf(text, 1 + (exact != none), str_ctodouble));
     }
     EXPECT_EQ(2e-3, ValueOf("2mil", 2, str_todouble));
     EXPECT_EQ(1e7, ValueOf("10mEg", 5, str_todouble));
 }
 
 TEST(StrToNumber, CountsWhatItReadAndElseLeavesTheOutputAlone) {
-    Rows<char const*, int, double> const rows = {
-        {"  -1.5K", 7, -1500}, {"+4.7 K", 4, 4.7},     {"1d+3x", 4, 1e3},
-        {"1e -2", 5, 0.01},    {"1E999", 5, HUGE_VAL}, {"-1E-2147483648", 14, -0.0}};
-    for (auto const& [text, count, value] : rows) {
-        double const got = ValueOf(text, count, str_todouble);
-        EXPECT_DOUBLE_EQ(value, got) << text;
-        EXPECT_EQ(std::signbit(value), std::signbit(got)) << text;
-        EXPECT_DOUBLE_EQ(value, ValueOf(text, count, str_ctodouble));
-        EXPECT_FLOAT_EQ(static_cast<float>(value), ValueOf(text, count, str_tofloat_));
-    }
+    Rows<char const*, int, double> const rows = {{"  -1.5K", 7, -1500},  {"+4.7 K", 4, 4.7},
+                                                 {"1d+3x", 4, 1e3},      {"1e -2", 5, 0.01},
+                                                 {"1E999", 5, HUGE_VAL}, {"1E-2147483648", 13, 0}};
+    for (auto const& [text, count, value] : rows)
+        for (auto* const convert : {str_todouble, str_ctodouble})
+            EXPECT_DOUBLE_EQ(value, ValueOf(text, count, convert)) << text;
     for (char const* text : {"-", "- 1", ".K", "inf ", "INF", "1ex", "1E10000000000000000"})
         for (auto* const convert : {str_todouble, str_ctodouble})
             EXPECT_EQ(77, ValueOf(text, 0, convert));
     EXPECT_EQ(DBL_MAX, ValueOf("+inf", 4, str_todouble));
-    EXPECT_EQ(-DBL_MIN, ValueOf(" -min", 5, str_ctodouble));
-    EXPECT_EQ(FLT_MAX, ValueOf("inf", 3, str_tofloat));
-    EXPECT_EQ(-FLT_MIN, ValueOf("-min", 4, str_tofloat));
+    EXPECT_EQ(-FLT_MIN, ValueOf(" -min", 5, str_tofloat_));
+    EXPECT_TRUE(std::signbit(ValueOf("-0", 2, str_todouble)));
     EXPECT_TRUE(std::isnan(ValueOf("0e999", 5, str_todouble)));  // 0 times an infinite factor
 }
 
-// The definition, step by step: a chain of fused multiply-adds from the last digit backwards.
 template <class Real>
-Real ChainValue(std::string const& digits) {
-    Real value = static_cast<Real>(digits.back() - '0'), power = 1;
-    for (auto i = digits.size() - 1; i-- > 0;)
-        value = std::fma(static_cast<Real>(digits[i] - '0'), power *= 10, value);
-    return value;
+Real Product(Real base, std::size_t count) {
+    return count == 0 ? 1 : Product(base, count - 1) * base;
 }
 
+// The definition: a chain of fused multiply-adds from the last digit backwards.
 template <class Real>
-Real Product(Real base, int count) {
-    Real product = 1;
-    while (count-- > 0) product *= base;
-    return product;
+Real ChainValue(std::string const& digits) {
+    Real value = 0, power = 1;
+    for (auto i = digits.size(); i-- > 0; power *= 10)
+        value = std::fma(static_cast<Real>(digits[i] - '0'), power, value);
+    return value;
 }
 
 // Checks the bits that `convert` makes of the two runs of digits with a suffix of value `factor`.
 template <class Real>
 void Check(std::string const& whole, std::string const& fraction, std::string const& suffix,
            Real factor, int (*convert)(char const*, Real*)) {
-    auto const is_part = [](std::string const& digits) {
-        return !digits.empty() && digits.size() <= 32;
-    };
-    Real want = is_part(whole) ? ChainValue<Real>(whole) : 0;
-    if (is_part(fraction))
-        want += ChainValue<Real>(fraction) / Product<Real>(10, static_cast<int>(fraction.size()));
-    want *= factor;
+    bool const front = !whole.empty() && whole.size() <= 32,
+               back = !fraction.empty() && fraction.size() <= 32;
+    Real want = front ? ChainValue<Real>(whole) : 0;
+    if (back) want += ChainValue<Real>(fraction) / Product<Real>(10, fraction.size());
+    want = front || back ? want * factor : 77;
     std::string const text = whole + '.' + fraction + suffix;
-    bool const any = is_part(whole) || is_part(fraction);
-    Real const value = ValueOf(text.c_str(), any ? static_cast<int>(text.size()) : 0, convert);
-    if (!any) want = 77;
-    ASSERT_EQ(0, std::memcmp(&want, &value, sizeof value))
-        << text << ": " << value << ", not " << want;
+    Real const value =
+        ValueOf(text.c_str(), front || back ? static_cast<int>(text.size()) : 0, convert);
+    ASSERT_EQ(0, std::memcmp(&want, &value, sizeof value)) << text << ": " << value;
 }
 
 TEST(StrToNumber, IsBitForBitTheDefinedChain) {
     std::mt19937 random(1);
     for (int i = 0; i < 100000; ++i) {
-        unsigned const longest = random() % 4 ? 11 : 34;
+        unsigned const longest = random() % 4 ? 11 : 34, e = random() % 50;
         std::string const whole = RandomText(random, longest, "00123456789"),
-                          fraction = RandomText(random, longest, "00123456789");
+                          fraction = RandomText(random, longest, "00123456789"),
+                          digits = std::to_string(e);
         Check(whole, fraction, "", 1.0, str_todouble);
         Check(whole, fraction, "F", 1e-15f, str_tofloat);
-        int const e = static_cast<int>(random() % 89) - 50;
-        std::string const suffix = "e" + std::to_string(e);
-        Check(whole, fraction, suffix, Product(e < 0 ? 0.1 : 10, std::abs(e)), str_ctodouble);
-        Check(whole, fraction, suffix, Product(e < 0 ? 0.1f : 10, std::abs(e)), str_tofloat);
+        Check(whole, fraction, "e-" + digits, Product(0.1, e), str_ctodouble);
+        Check(whole, fraction, "e-" + digits, Product(0.1f, e), str_tofloat);
+        Check(whole, fraction, "e" + digits, Product(10.0, e), str_todouble);
     }
+}
+
+// The value and the rest of the stream; 77 when the reader fails and stores nothing.
+template <class Reader>
+std::string Read(Reader read, std::string const& text) {
+    std::stringstream stream(text), shown;
+    double value = 77;
+    bool const failed = read(stream, value).fail();
+    EXPECT_EQ(failed, value == 77) << text;
+    stream.clear();
+    shown << std::setprecision(15) << value << '|';
+    if (stream.peek() != EOF) shown << stream.rdbuf();
+    return shown.str();
+}
+
+TEST(GetDouble, ReadsNumbersAndBothTables) {
+    // "MEG" and "MIL"; else the last character looked at comes back in upper case, and an "E" or
+    // "I" before it is lost. The micro is not that of the text functions.
+    char const* const any_case[][2] = {
+        {"2U,", "2e-06|,"},   {"3meg!", "3000000|!"}, {"3Mil", "7.62e-05|"}, {"3mel", "77|"},
+        {"3mxy", "0.003|Xy"}, {"3mexy", "0.003|Xy"},  {"5%", "5|%"}};
+    char const* const exact_case[][2] = {
+        {"2u", "2e-06|"}, {"3meg!", "0.003|eg!"}, {"3Mil", "3000000|il"}, {"5%", "0.05|"}};
+    // Of a word that is no number two characters go, at most those of its line.
+    char const* const both[][2] = {{" -1K r", "-1000| r"}, {"+.5\n", "0.5|\n"}, {"5.k", "5000|"},
+                                   {"4.7 K", "4.7| K"},    {"1D -2", "0.01|"},  {"1E+", "1|"},
+                                   {"1e-999", "0|"},       {"-min", "77|n"},    {"x\n", "77|\n"},
+                                   {".", "77|"},           {"1E", "77|"}};
+    for (auto const& [text, want] : any_case) EXPECT_EQ(want, Read(GetDouble, text)) << text;
+    for (auto const& [text, want] : exact_case) EXPECT_EQ(want, Read(GetCDouble, text)) << text;
+    for (auto* const read : {GetDouble, GetCDouble}) {
+        for (auto const& [text, want] : both) EXPECT_EQ(want, Read(read, text)) << text;
+        // 128 characters count, the point and a supplied 0 among them, and 31 of an exponent.
+        std::string const z(126, '0'), e = z.substr(98);
+        EXPECT_EQ("2| 2| 0.5|", Read(read, z + "029") + ' ' + Read(read, z + "02.5") + ' ' +
+                                    Read(read, z + ".56"));
+        EXPECT_EQ("100|2 0.01|2",
+                  Read(read, "1e" + e + "0022") + ' ' + Read(read, "1e-" + e + "022"));
+    }
+}
+
+TEST(GetDouble, KeepsToTheStateOfTheStream) {
+    std::istringstream fixed("3mx"), failed("1 2"), narrow("16777217.5 1e99 x");
+    double value = 77;
+    failed.setstate(std::ios_base::failbit);
+    EXPECT_TRUE(GetCDouble(failed, value).fail() && value == 77);
+    EXPECT_TRUE(GetDouble(fixed, value).bad() && value == 3e-3);  // cannot put back the "X"
+    float a = 0, b = 0;
+    EXPECT_TRUE(GetCFloat(GetFloat(narrow, a), b) && a == 16777218 && b == HUGE_VALF);
+    EXPECT_TRUE(GetFloat(narrow, a).fail() && a == 16777218);
 }
 
 }  // namespace

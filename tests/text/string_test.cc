@@ -1,3 +1,4 @@
+// Texts and runs of bytes with shared records.
 #include "text/string.h"
 
 #include <optional>
@@ -5,6 +6,7 @@
 #include <type_traits>
 
 #include "tests/support/test.h"
+#include "text/bytestring.h"
 
 namespace {
 
@@ -28,68 +30,57 @@ std::string Texts(std::vector<String_t> strings) {
     return texts;
 }
 
-TEST(StringMaking, TellsNullFromEmpty) {
+TEST(String, TellsNullFromEmpty) {
     char const ab_x[] = {'a', 'b', '\0', 'x'};
-    EXPECT_EQ("ab|ab|~||~||~||xyz|",
-              Texts({String_t("ab", 4), String_t(ab_x, 4), String_t("abc", 0), String_t("", 3),
-                     String_t(nullptr, 3), String_t(7u), String_t(std::string_view()),
-                     String_t(std::string_view("")), String_t(std::string("xyz"))}));
+    EXPECT_EQ("ab|~||~||~||xyz|",
+              Texts({String_t(ab_x, 4), String_t("abc", 0), String_t("", 3), String_t(nullptr, 3),
+                     String_t(7u), String_t(std::string_view()), String_t(std::string_view("")),
+                     String_t(std::string("xyz"))}));
     // Padded with NULs up to the count; what lies behind one is not copied.
     EXPECT_TRUE(String_t("ab", 4).Get()[3] == 0 && String_t(ab_x, 4).Get()[3] == 0);
     EXPECT_TRUE(String_t() != "" && String_t("") != nullptr && String_t() == 0);
     EXPECT_THROW(String_t("x", kMost), std::bad_alloc);
-    EXPECT_THROW(String_t{kMost}, std::bad_alloc);
     String_t s("kept");
     EXPECT_THROW(s.Reserve(kMost), std::bad_alloc);
     EXPECT_STREQ("kept", s);
 }
 
-// Nothing left gives null, not "". A count of 2^31 and more is negative, and one may wrap to 0.
-TEST(StringSubStr, CopiesBothEndsAndClips) {
-    String_t const s("hello"), null;
-    EXPECT_EQ("ell|ello|~|~|hello|~|~|~|~|",
-              Texts({s.SubStr(1, 3), s.SubStr(1, 100), s.SubStr(2, 1), null.SubStr(0, 4),
-                     s.SubStr(0, 0x7FFFFFFE), s.SubStr(0, 0x7FFFFFFF), s.SubStr(5, 9),
-                     s.SubStr(9, 12), s.SubStr(0, kMost)}));
-    EXPECT_STREQ("hello", s);
-}
-
-TEST(StringTrim, KeepsTheLastCharacterOnlyAtTheLeft) {
-    std::string texts;
-    for (String_t const s :
-         {"\t\n\v\f\r a b\n", "   ", "\xe9 ", "", static_cast<char const*>(nullptr)})
-        texts += Texts({s.Trim(), s.TrimLeft(), s.TrimRight()});
-    EXPECT_EQ("a b|a b\n|\t\n\v\f\r a b|~| |~|\xe9|\xe9 |\xe9|~|~|~|~|~|~|", texts);
-}
-
-TEST(StringCopies, ConvertReplaceAndJoin) {
+TEST(String, CopiesPiecesAndChangedTexts) {
     String_t const s("Metal-2\xe4"), a("a"), null;
-    String_t own("abc"), tail("abcdefgh");
-    own.Prepend((own += own).Get() + 4);
-    tail = tail.Get() + 5;
+    // Nothing left gives null. A count of 2^31 and more is negative, and one may wrap to 0.
+    EXPECT_EQ("eta|tal-2\xe4|~|~|Metal-2\xe4|~|~|~|~|",
+              Texts({s.SubStr(1, 3), s.SubStr(2, 100), s.SubStr(2, 1), null.SubStr(0, 4),
+                     s.SubStr(0, 0x7FFFFFFE), s.SubStr(0, 0x7FFFFFFF), s.SubStr(8, 9),
+                     s.SubStr(9, 12), s.SubStr(0, kMost)}));
+    std::string trimmed;
+    for (String_t const t : {"\t\n\v\f\r a b\n", "   ", "\xe9 ", static_cast<char const*>(nullptr)})
+        trimmed += Texts({t.Trim(), t.TrimLeft(), t.TrimRight()});
+    EXPECT_EQ("a b|a b\n|\t\n\v\f\r a b|~| |~|\xe9|\xe9 |\xe9|~|~|~|", trimmed);
     EXPECT_EQ("METAL-2\xe4|metal-2\xe4|M|Mexal-2\xe4|M__al-_\xe4|~|",
               Texts({s.Toupper(), s.Tolower(), s.Subst("e", '\0'), s.Subst('t', 'x'),
                      s.Subst("e2t", '_'), null.Subst("a", 'b')}));
+    String_t own("abc"), tail("abcdefgh");
+    own.Prepend((own += own).Get() + 4);
+    tail = tail.Get() + 5;
     EXPECT_EQ("ab|ba|a|~||bcabcabc|fgh|",
               Texts({a + "b", "b" + a, a + null, null + null, null + "", own, tail}));
     EXPECT_TRUE(s == "Metal-2\xe4" && a == "a" && null.IsNull());
 }
 
-TEST(StringOrder, FollowsTheBytesWithNullFirst) {
+TEST(String, OrdersNullFirstAndThenTheBytes) {
     char const* const ascending[] = {nullptr, "", "a", "ab\xff", "a\x80"};
-    for (int n = 0; n < 25; ++n) {
-        int const i = n / 5, j = n % 5;
-        char const *const a = ascending[i], *const b = ascending[j];
+    for (int i = 0; i < 4; ++i) {
+        char const *const a = ascending[i], *const b = ascending[i + 1];
         String_t const s(a), t(b);
-        EXPECT_TRUE((s < t) == (i < j) && (s < b) == (i < j) && (a < t) == (i < j));
-        EXPECT_TRUE((s <= t) == (i <= j) && (s <= b) == (i <= j) && (a <= t) == (i <= j));
-        EXPECT_TRUE((s > t) == (i > j) && (s > b) == (i > j) && (a > t) == (i > j));
-        EXPECT_TRUE((s >= t) == (i >= j) && (s >= b) == (i >= j) && (a >= t) == (i >= j));
+        EXPECT_TRUE(s < t && s < b && a < t && s <= t && s <= b && a <= t && s <= a && a <= s);
+        EXPECT_TRUE(t > s && t > a && b > s && t >= s && t >= a && b >= s && s >= a && a >= s);
+        EXPECT_FALSE(t < s || s < s || s < a || a < s || t <= s || t <= a || b <= s);
+        EXPECT_FALSE(s > t || s > s || s > a || a > s || s >= t || s >= b || a >= t);
     }
 }
 
 // The model: pointers to optional texts, shared as documented.
-TEST(StringSharing, FollowsTheModelThroughRandomSteps) {
+TEST(String, SharesAsTheModelThroughRandomSteps) {
     using Text = std::optional<std::string>;
     char const* const texts[] = {nullptr, "", "x", "layer 7"};
     std::mt19937 random(12);
@@ -122,28 +113,13 @@ TEST(StringSharing, FollowsTheModelThroughRandomSteps) {
     }
 }
 
-TEST(StringRecords, OfTheOwnSizeComeFromThePoolAgain) {
-    struct Wide : String_t::Srep {
-        Wide() : Srep(nullptr) {}
-        double more[8];
-    };
-    auto* const first = new String_t::Srep(nullptr);
-    delete first;
-    delete new Wide;
-    EXPECT_EQ(first, std::make_unique<String_t::Srep>(nullptr).get());
-}
-
-TEST(StringReading, TakesWordsAndLinesOfAnyLength) {
+TEST(String, ReadsWordsAndLinesOfAnyLength) {
     std::string const longest(5000, 'x');
-    std::istringstream in("  word b " + longest + ' ');
-    String_t word;
-    for (std::string const want : {"word", "b", longest.c_str()}) {
-        EXPECT_TRUE(in >> word);
-        EXPECT_EQ(want, word.Get());
-    }
-    EXPECT_FALSE(in >> word);
-    EXPECT_EQ(longest, word.Get());  // left alone
-    EXPECT_EQ("a  b", Joined(std::vector<String_t>{"a", String_t(), "b"}));
+    std::istringstream in("  word " + longest + ' ');
+    String_t first, word;
+    EXPECT_TRUE(in >> first >> word);
+    EXPECT_FALSE(in >> word);  // which leaves the last one alone
+    EXPECT_EQ("word  " + longest, Joined(std::vector<String_t>{first, String_t(), word}));
 
     Rows<std::string, char const*, std::string> const rows = {{"a\n\nb", "\n", "a||b|"},
                                                               {"1--2---3", "--", "1|2|-3|"},
@@ -151,8 +127,7 @@ TEST(StringReading, TakesWordsAndLinesOfAnyLength) {
     for (auto const& [text, delim, want] : rows) {
         std::istringstream lines(text);
         std::string pieces;
-        while (String_t::Getline(lines, word, delim).good())
-            pieces += word.Get() + std::string("|");
+        while (String_t::Getline(lines, word, delim).good()) pieces += Texts({word.Get()});
         EXPECT_EQ(want, pieces);
         EXPECT_TRUE(lines.fail() && word.IsNull());
     }
@@ -169,6 +144,60 @@ TEST(StringThreads, MakeAndDropUnrelatedStrings) {
             }
         });
     for (auto& thread : threads) thread.join();
+}
+
+std::string Bytes(ByteString const& b) { return {b.Get() ? b.Get() : "", b.Len()}; }
+
+TEST(ByteString, KeepsNoBufferForNoBytes) {
+    ByteString const b("abcde", 5), zero("a\0b", 3), none, ab("ab", 2);
+    std::string all;
+    for (ByteString const& made :
+         {ByteString(0u, "abc", 3, '-'), ByteString(3, 'x'), ByteString(nullptr, 3),
+          ByteString(4, "ab", 2, '-'), ByteString(2, "abc", 3, '-'), ByteString(2, nullptr, 5, '-'),
+          b.SubStr(1, 3), b.SubStr(1, kMost), b.SubStr(0, kMost), b.SubStr(3, 2), b.SubStr(5, 9),
+          b.SubStr(9, 12), b.Subst("ace", 2, 'x'), zero.Subst('a', '\0')}) {
+        std::unique_ptr<char[]> const saved(made.Save());
+        EXPECT_TRUE(!made.Len() == !made.Get() && !made.Len() == !saved);
+        all += std::string(saved ? saved.get() : "", made.Len()) + '|';
+    }
+    EXPECT_EQ(std::string("|xxx||ab--|ab|--|bcd|bcde|||||xbxde|\0\0b|", 40), all);
+    EXPECT_TRUE(ab == b && b == ab && ab != zero && none == ByteString(0u) && none != ab);
+}
+
+TEST(ByteString, InPlaceMembersReachCopiesOthersDetach) {
+    ByteString a("ab", 2), b(a);
+    a.Erase('x');
+    EXPECT_EQ("xx", Bytes(b));
+    a.Reserve(1)[0] = '1';
+    EXPECT_EQ("1", Bytes(b));
+    char* const adopted = new char[1]{'z'};
+    for (int i = 0; i < 2; ++i) a.Redefine(adopted, 1);
+    a.Append(nullptr, 3);
+    EXPECT_THROW(a.Append('x', kMost), std::bad_alloc);
+    EXPECT_THROW(a.Prepend("x", kMost), std::bad_alloc);
+    EXPECT_TRUE(a.Get() == adopted && b.Get() == adopted && a.Len() == 1);
+    a.Append("y", 0);
+    EXPECT_TRUE(adopted != a.Get() && Bytes(a) == "z" && !b.Reserve(0));
+}
+
+TEST(ByteString, FollowsStdStringThroughRandomSteps) {
+    std::mt19937 random(5);
+    ByteString b;
+    std::string model;
+    for (int step = 0; step < 5000; ++step) {
+        ByteString const before(b);
+        std::string const kept = model;
+        unsigned const n = random() % 4, from = b.Len() ? random() % b.Len() : 0;
+        unsigned const own = std::min(n, b.Len() - from);
+        switch (b.Len() > 40 ? 4 : random() % 5) {
+            case 0: b.Append('a', n), model.append(n, 'a'); break;
+            case 1: b.Prepend('\0', n), model.insert(0, n, '\0'); break;
+            case 2: b.Append(b.Get() + from, own), model += kept.substr(from, own); break;
+            case 3: b.Prepend(b.Get() + from, own), model.insert(0, kept.substr(from, own)); break;
+            default: b = ByteString(), model.clear();
+        }
+        ASSERT_TRUE(Bytes(b) == model && Bytes(before) == kept) << step;
+    }
 }
 
 }  // namespace

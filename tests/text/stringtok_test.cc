@@ -28,7 +28,7 @@ std::string Listed(char const* text, char const* separators) {
     TOList<String_t> list;
     int const count = Split(text, list, separators);
     EXPECT_EQ(count, list.Len());
-    return list.Len() ? Concat(list, '|').Get() + std::string("|") : "";
+    return count ? Concat(list, '|').Get() + std::string("|") : "";
 }
 
 TEST(TextPieces, AgreeWithEditedText) {
@@ -41,28 +41,23 @@ TEST(TextPieces, AgreeWithEditedText) {
         EXPECT_EQ(want + '|', Listed(text.c_str(), separators.c_str()));
         if (!want.empty() && want.back() != '|') want += '|';
         EXPECT_EQ(want, Pieces({text.c_str(), separators.c_str()})) << text;
-        for (std::size_t at; (at = ('|' + want).find("||")) != std::string::npos;)
-            want.erase(at, 1);
+        for (std::size_t at; (at = ('|' + want).find("||")) < want.size();) want.erase(at, 1);
         EXPECT_EQ(want, Tokens(text.c_str(), separators.c_str())) << text;
     }
     EXPECT_EQ("", Tokens(nullptr, ",") + Pieces({nullptr, ",", " "}) + Listed(nullptr, ","));
-    EXPECT_EQ("a,b|a,b|a,b|",
-              Tokens("a,b", nullptr) + Pieces({"a,b", nullptr}) + Listed("a,b", nullptr));
+    EXPECT_EQ("a,b|a,b|", Tokens("a,b", nullptr) + Pieces({"a,b", nullptr}));
     EXPECT_EQ("a b|||c|a|b|", Pieces({" a b . ,. ,,c", ",", " ."}) + Pieces({",a,,b,", ",", ","}));
 }
 
 TEST(TextPieces, AreSharedByCopies) {
     StringTok next("::a::b;c");
-    EXPECT_EQ('\0', next.Sep());
-    char const* const a = next(":");
-    EXPECT_EQ(':', next.Sep());
+    next(":");
     StringTok rest(next);
     EXPECT_STREQ("b;c", rest(":"));
     EXPECT_STREQ("b", next(":;"));
     rest = std::move(next);
-    EXPECT_EQ(nullptr, next(":"));  // NOLINT: moved-from, as documented
-    EXPECT_EQ(';', rest.Sep());
-    EXPECT_EQ("c a", rest("") + std::string(" ") + a);
+    EXPECT_TRUE(!next(":") && rest.Sep() == ';');  // NOLINT: moved-from, as documented
+    EXPECT_STREQ("c", rest(""));
 
     String_t const text("a, b,c");
     StringSplitter splitter("x", ",", " ");
@@ -72,22 +67,15 @@ TEST(TextPieces, AreSharedByCopies) {
     splitter.Next();
     EXPECT_EQ("b|c|a|b|c|", Pieces(splitter) + Pieces(std::move(copy)));
     EXPECT_TRUE(copy.Done());  // NOLINT: moved-from, as documented
-    copy = std::move(splitter);
-    EXPECT_STREQ("b", copy.Get());
 }
 
 TEST(StrList, JoinsAndCompares) {
-    String_t const a("a"), b("b"), null, key("TOP");
+    String_t const a("a"), null, key("TOP");
     TOList<String_t> list;
-    String_t const joined[] = {Concat(a, b, "--"), Concat(null, b, "-"), Concat(null, null, ""),
-                               Concat(String_t(""), null, nullptr)};
-    EXPECT_EQ("a--b -b  ", Joined(joined));
-    EXPECT_TRUE(Concat(null, null, nullptr).IsNull() && Concat(list, ',').IsNull());
-    EXPECT_NE(a.Get(), Concat(a, null, nullptr).Get());  // a text of its own
-
-    list.Append(null);
-    EXPECT_STREQ("", Concat(list, ','));
-    for (char const* const text : {"Top", "b"}) list.Append(text);
+    EXPECT_TRUE(Concat(a, a, "--") == "a--a" && Concat(null, a, "-") == "-a");
+    EXPECT_TRUE(Concat(String_t(""), null, nullptr) == "" && Concat(null, null, nullptr).IsNull());
+    EXPECT_TRUE(Concat(list, ',').IsNull() && Concat(a, null, nullptr).Get() != a.Get());
+    for (String_t const& text : {String_t(), String_t("Top"), String_t("b")}) list.Append(text);
     EXPECT_STREQ(",Top,b", Concat(list, ','));
     EXPECT_EQ(nullptr, list.Find(StrListCmp, &key));
     EXPECT_STREQ("Top", *list.Find(StrListCaseCmp, &key));

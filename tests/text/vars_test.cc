@@ -1,8 +1,7 @@
 #include "text/vars.h"
 
-#include <regex.h>
-
 #include <map>
+#include <regex>
 
 #include "tests/support/test.h"
 
@@ -19,21 +18,16 @@ std::string Substituted(Vars const& vars, std::string const& text, int keep_unkn
 
 // By a regular expression: a name in braces that may stay open, or one that may swallow a brace.
 std::string Model(std::map<std::string, std::string> const& vars, std::string text, bool keep) {
-    regex_t reference;
-    regcomp(&reference, "\\$(\\{([^}]*)\\}?|([A-Za-z0-9_]*)\\}?)", REG_EXTENDED);
+    static std::regex const reference(R"(\$(\{([^}]*)\}?|(\w*)\}?))");
     std::string result;
-    for (regmatch_t m[4]; regexec(&reference, text.c_str(), 4, m, 0) == 0;) {
-        auto const part = [&](regmatch_t r) {
-            return r.rm_so < 0 ? "" : text.substr(r.rm_so, r.rm_eo - r.rm_so);
-        };
-        std::string const name = part(m[2]) + part(m[3]);
+    for (std::smatch m; std::regex_search(text, m, reference); text = m.suffix()) {
+        std::string const name = m.str(2) + m.str(3);
         auto const known = vars.find(name);
-        std::string const unknown = !keep ? "" : m[2].rm_so < 0 ? '$' + name : part(m[0]);
-        result += text.substr(0, m[0].rm_so);
-        result += name.empty() ? "$" : known != vars.end() ? known->second : unknown;
-        text.erase(0, m[0].rm_eo);
+        std::string const unknown = !keep ? "" : m[2].matched ? m.str() : '$' + name;
+        result += m.prefix().str() + (name.empty()          ? "$"
+                                      : known != vars.end() ? known->second
+                                                            : unknown);
     }
-    regfree(&reference);
     return result + text;
 }
 
@@ -65,14 +59,13 @@ TEST(Vars, AddReadsSettings) {
     }
 }
 
-TEST(Vars, KeepItsMarkerAndReplacesValues) {
+TEST(Vars, KeepTheirMarkerAndReplaceValues) {
     Vars percent('%');
     percent.Add(-3, "first");
     percent.Add("-3", "second");
     Vars const copy(percent);
     percent.Add("-3", "third");
     EXPECT_EQ("second$a.%a", Substituted(copy, "%{-3}$a.%a", 1));
-    EXPECT_EQ(nullptr, copy.Find("3"));
     EXPECT_EQ("$a", Substituted(Vars('\0'), "$a", 0));
 }
 
