@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <deque>
 #include <regex>
 #include <set>
 
@@ -14,7 +15,6 @@
 namespace {
 
 using Byte = unsigned char;
-using Strings = std::set<std::string>;
 using Pairs = Rows<std::string, std::string>;
 
 // The bytes of values, one behind the other, as streams send them.
@@ -46,8 +46,7 @@ std::string Zigzag() {
 }
 
 // The end of a connection that the test itself has.
-class Raw {
-public:
+struct Raw {
     explicit Raw(int fd) : fd(fd) {
         EXPECT_LE(0, fd);
         timeval const limit = {60, 0};
@@ -55,13 +54,11 @@ public:
     }
     explicit Raw(std::string const& address, int error = 0)
         : Raw(ClientSocketIn(address.c_str()).Connect(60, error)) {}
-    Raw(Raw&& other) noexcept : fd(std::exchange(other.fd, -1)) {}
     ~Raw() { close(fd); }
 
     void Send(std::string const& bytes) const {
         EXPECT_EQ(ssize_t(bytes.size()), send(fd, bytes.data(), bytes.size(), MSG_NOSIGNAL));
     }
-    void SendNoMore() const { shutdown(fd, SHUT_WR); }
     // What comes next, up to `most` bytes or the end.
     std::string Receive(std::size_t most) const {
         std::string bytes(most, '\0');
@@ -75,14 +72,13 @@ public:
         Send(Square(1));
         EXPECT_EQ(SquareAnswer(1), Receive(SquareAnswer(1).size()));
     }
-    // "HOST:PORT" of this end, as the server sees it.
+    // Of this end, as the server names it.
     std::string Name() const {
         SockIO::SockAddr own;
         ClientSocketIn::GetSocketName(fd, own);
         return own.ToString().Get();
     }
 
-private:
     int fd;
 };
 
@@ -119,12 +115,7 @@ struct Exchange : Program {
         kill(pid, signal_number);
         return Wait();
     }
-    static Strings Names() {
-        Strings names;
-        for (auto const& entry : fs::directory_iterator("."))
-            names.insert(entry.path().filename().string());
-        return names;
-    }
+    static auto Files() { return std::distance(fs::directory_iterator("."), {}); }
     // The picture and the outputs of a program, without the times and its name.
     std::string Printed(std::string const& program, std::string const& arguments) {
         int const status = RunProgram(program, "-o p.svg " + arguments);
@@ -164,10 +155,7 @@ TEST_F(Exchange, ClientsTellWhatFractureTells) {
               "polygon m 0 0\npolygon m 0 0 99 9 5 50 20 20\npath a 100 0 0 0 0 90 30 90\n");
     for (std::string const options : {"", "-l s"}) {
         StartServer(options);
-        Pairs const rows = {{"", samples},
-                            {"-u 5n -s -0.04u ", samples},
-                            {"", "big.lay"},
-                            {"", "bad.lay none.lay"}};
+        Pairs const rows = {{"-u 5n -s -0.04u ", samples}, {"", "big.lay bad.lay none.lay"}};
         for (auto const& [how, files] : rows)
             EXPECT_EQ(Printed(FRACTURE_COMMAND, how + files),
                       Printed(command, how + address + ' ' + files));
@@ -176,29 +164,13 @@ TEST_F(Exchange, ClientsTellWhatFractureTells) {
     }
 }
 
-// The bytes in the code blocks of the page.
-std::vector<std::string> BytesOfThePage() {
-    std::istringstream page(ReadFile(EXAMPLE_DATA "/../../docs/wire-format.md"));
-    std::vector<std::string> blocks;
-    bool inside = false;
-    for (std::string line; std::getline(page, line);) {
-        bool const fence = line == "```";
-        if (fence && !inside) blocks.emplace_back();
-        inside ^= fence;
-        std::istringstream bytes(inside && !fence ? line : "");
-        for (unsigned byte; bytes >> std::hex >> byte;) blocks.back() += char(byte);
-    }
-    return blocks;
-}
-
 TEST_F(Exchange, OthersSpeakTheProtocol) {
     StartServer("-l s");
     std::mt19937 random(5);
     std::string text;
     for (int i = 0; i < 300; ++i) {
-        text += "polygon m";
+        text += "\npolygon m";
         for (int p = 0; p < 2 * (3 + i % 20); ++p) text += ' ' + std::to_string(random() % 1000);
-        text += '\n';
     }
     WriteFile("a.lay", text);
     ASSERT_EQ(0, Run("./s a.lay")) << err;
@@ -207,13 +179,6 @@ TEST_F(Exchange, OthersSpeakTheProtocol) {
     std::string const pieces = total[2];
     ASSERT_EQ(0, RunProgram("python3 " PEER, "cut ./s a.lay")) << err;
     EXPECT_EQ("a.lay: 300 polygons, " + pieces + " pieces\n", out);
-    auto const page = BytesOfThePage();
-    ASSERT_EQ(2u, page.size());
-    {
-        Raw const client("./s");
-        client.Send(page[0]);
-        EXPECT_EQ(page[1], client.Receive(page[1].size()));
-    }
     ASSERT_EQ(0, RunProgram("python3 " PEER, "stop ./s")) << err;
     EXPECT_EQ("0", Wait());
 }
@@ -221,7 +186,7 @@ TEST_F(Exchange, OthersSpeakTheProtocol) {
 TEST_F(Exchange, ServesManyClientsAtOnce) {
     StartServer("");
     kill(pid, SIGSTOP);  // so that they all wait to be accepted
-    std::vector<Raw> clients;
+    std::deque<Raw> clients;
     for (int i = 0; i < 64; ++i) clients.emplace_back(address);
     kill(pid, SIGCONT);
     for (int i = 0; i < 64; ++i) clients[std::size_t(i)].Send(Square(i).substr(0, 20));
@@ -244,7 +209,7 @@ TEST_F(Exchange, AnswersEveryClientAndNamesBadOnes) {
                               std::string const& complaint) {
         Raw const client(address);
         client.Send(bytes);
-        if (complaint != "protocol error") client.SendNoMore();
+        if (complaint != "protocol error") shutdown(client.fd, SHUT_WR);
         std::string const line = "fracture_server: " + client.Name() + ": " + complaint;
         EXPECT_EQ(complaint.empty() ? "" : line, complaint.empty() ? "" : Line());
         EXPECT_EQ(answer, client.Receive(1000)) << bytes;
@@ -253,16 +218,13 @@ TEST_F(Exchange, AnswersEveryClientAndNamesBadOnes) {
     converse("", "", "");
     converse(Head(1, 2, 0, 0, 2) + Bytes(0, 0, 9, 5) + Square(3),
              Bytes(Byte{1}, String_t("slanted path")) + SquareAnswer(3), "");
-    converse(Head(2, 10, 4, -5, 1) + Bytes(7, 7), Bytes(Byte{0}, 0, Byte{2}, 0, Byte{0}, 0), "");
     Rows<int, int, int, int, int> const wrong_heads = {
         {'G', 0, 0, 0, 3},      {4, 0, 0, 0, 3},    {0, 1, 0, 0, 3},     {0, 0, 1, 0, 3},
         {1, -1, 0, 0, 3},       {1, kFar, 0, 0, 3}, {1, 2, 2, 0, 3},     {2, 2, 2, 0, 1},
         {0, 0, 0, kFar / 4, 3}, {0, 0, 0, 0, 2},    {0, 0, 0, 0, 65536}, {1, 2, 0, 0, 0},
         {1, 2, 0, 0, 32768},    {2, 2, 3, 0, 2}};
     for (auto const& head : wrong_heads) converse(std::apply(Head, head), "", "protocol error");
-    for (int const far : {kFar, -kFar})
-        converse(Head(0, 0, 0, 0, 3) + Bytes(0, far, 0, 0, 0, 0), "", "protocol error");
-    converse(Square(5).substr(0, 3), "", "end of input");
+    converse(Head(0, 0, 0, 0, 3) + Bytes(0, -kFar, 0, 0, 0, 0), "", "protocol error");
     converse(Head(0, 0, 0, 0, 65535) + Bytes(1, 2, 3), "", "end of input");
     std::string name;
     {
@@ -280,14 +242,13 @@ TEST_F(Exchange, SlowClientsAreLeftAlone) {
     Raw const silent(address), stuck(address), deaf(address);
     stuck.Send(Square(1).substr(0, 30));
     deaf.Send(Zigzag());
-    Strings want, complaints;
+    std::set<std::string> want, complaints;
     for (auto const* client : {&silent, &stuck, &deaf}) {
         want.insert("fracture_server: " + client->Name() + ": timed out");
         complaints.insert(Line());
     }
     EXPECT_EQ(want, complaints);
     EXPECT_EQ("", silent.Receive(1));
-    Raw(address).IsServed();
 }
 
 TEST_F(Exchange, EndsWithAllItsChildren) {
@@ -301,7 +262,7 @@ TEST_F(Exchange, EndsWithAllItsChildren) {
         EXPECT_EQ("0", end == 0 ? Wait() : EndServer(end));
         EXPECT_EQ("", idle.Receive(1));
         EXPECT_GT(1u << 24, busy.Receive(1u << 24).size());
-        EXPECT_EQ(Strings(), Names());
+        EXPECT_EQ(0, Files());
     }
 }
 
@@ -309,15 +270,10 @@ TEST_F(Exchange, ListensWhereItIsTold) {
     ServerSocketIn own(0, "127.0.0.1");
     ASSERT_LE(0, own.Listen(1));
     std::string const port = std::string(own.RefString().Get()).substr(10);
-    int const last = std::min(std::stoi(port) + 9, 65535);
-    WriteFile("file", "");
     Pairs const rows = {
         {"-p " + port, "cannot listen on 127.0.0.1 port " + port + ": Address already in use\n"},
-        {"-H no.such.host.invalid", "cannot listen on no.such.host.invalid port 0: "},
-        {"-l file", "cannot listen on ./file: Address already in use\n"},
         {"-l " + std::string(106, 'x'), "not a path for a local socket: xxx"},
         {"-l s -p 0", "either ports or a local socket\nusage: "},
-        {"-l s -H localhost", "either ports or a local socket\nusage: "},
         {"-p 5-4", "not a range of ports: 5-4\nusage: "},
         {"-p 1-65536", "not a range of ports: 1-65536\nusage: "},
         {"-t 2147484", "not a number of seconds: 2147484\nusage: "},
@@ -325,12 +281,10 @@ TEST_F(Exchange, ListensWhereItIsTold) {
     for (auto const& [arguments, message] : rows) {
         EXPECT_EQ(1, RunProgram(FRACTURE_SERVER_COMMAND, arguments));
         EXPECT_EQ(0u, (out + err).find("fracture_server: " + message)) << arguments << err;
-        EXPECT_EQ(Strings{"file"}, Names()) << arguments;
+        EXPECT_EQ(0, Files()) << arguments;
     }
-    if (last == std::stoi(port)) return;
-    StartServer("-p " + port + "-" + std::to_string(last));
+    StartServer("-p " + port + "-65535");
     EXPECT_EQ(0u, address.find("127.0.0.1:"));
-    EXPECT_EQ("0", Answer("-x " + address));
 }
 
 TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
@@ -356,9 +310,7 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
          {Bytes(Byte{'H'}, 0, no, 0, no, 0), Bytes(no, 5, no, 0, no, 0),
           Bytes(no, 0, Byte{3}, 0, no, 0), Bytes(no, 0, no, 65536, no, 0),
           Bytes(no, 0, no, 0, Byte{2}, 0), Bytes(no, 0, no, 0, yes, (1 << 24) + 1),
-          Bytes(no, 0, no, 0, yes, -1), Bytes(yes, 9000), Bytes(yes, String_t("")),
-          Bytes(yes, String_t("\033[2J")), Bytes(no, 0, no, 1, 1 << 30, 0),
-          Bytes(no, 0, no, 0, no, 1, 0, 0, 0, 1 << 30)})
+          Bytes(yes, 9000), Bytes(yes, String_t("\033[2J")), Bytes(no, 0, no, 1, 1 << 30, 0)})
         converse(false, answer, "protocol error");
     converse(false, SquareAnswer(0).substr(0, 50), "end of input");
     converse(true, Bytes(no), "protocol error");
@@ -368,29 +320,23 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
     EXPECT_EQ("fracture_client: " + address + ": timed out\n1", Wait());
     server.Close();
     Pairs const bad = {{address + " a.lay", "connect error, " + address + ", Connection refused"},
-                       {"", "no address given\n1"},
                        {"./none", "no file given\n1"},
-                       {"-x ./none a.lay", "not expected: a.lay\n1"},
-                       {"-xy ./none", "unknown option -xy\n1"},
-                       {"./none a.lay", "connect error, ./none, No such file"},
                        {"x.invalid:5 a.lay", "connect error, x.invalid:5, "}};
     for (auto const& [arguments, message] : bad)
         EXPECT_EQ(0u, Answer(arguments).find("fracture_client: " + message)) << arguments;
 }
 
 TEST_F(Exchange, TheDemoLeavesAPicture) {
-    auto const bare = [](std::string const& text) {
-        return "'" + std::regex_replace(text, std::regex("'"), "") + "' ";
+    auto const bare = [](char const* text) {
+        return std::regex_replace(text, std::regex("'"), "");
     };
-    std::string const commands =
-        bare(FRACTURE_SERVER_COMMAND) + bare(FRACTURE_CLIENT_COMMAND " -q") + "p.svg ";
-    ASSERT_EQ(0, RunProgram(EXCHANGE_DEMO_COMMAND, commands + samples)) << err;
+    std::string const server = bare(FRACTURE_SERVER_COMMAND),
+                      client = bare(FRACTURE_CLIENT_COMMAND);
+    ASSERT_EQ(0, RunProgram(EXCHANGE_DEMO_COMMAND,
+                            "'" + server + "' '" + client + " -q' p.svg " + samples))
+        << err;
     EXPECT_NE(std::string::npos, out.find("The server has ended.\nThe picture is p.svg: "));
     EXPECT_TRUE(fs::exists("p.svg"));
-    EXPECT_EQ(1, RunProgram(EXCHANGE_DEMO_COMMAND, commands + "none.lay"));
-    EXPECT_NE(std::string::npos, err.find("exchange_demo: the client failed\n"));
-    EXPECT_EQ(1, RunProgram(EXCHANGE_DEMO_COMMAND, "false true p.svg a.lay"));
-    EXPECT_EQ("exchange_demo: the server does not start\n", err);
 }
 
 }  // namespace

@@ -28,7 +28,6 @@ TEST_F(RunLog, CopiesLinesAndEndsLikeTheCommand) {
 TEST_F(RunLog, NamesMistakes) {
     char const* const rows[][2] = {
         {"", "no command given\n125"},
-        {"-x true", "unknown option -x\n125"},
         {"-t 0 true", "not a time limit: 0\n125"},
         {"-t 5s true", "not a time limit: 5s\n125"},
         {"-o /none/x true", "cannot write /none/x: No such file or directory\n125"},
