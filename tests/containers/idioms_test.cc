@@ -1,7 +1,6 @@
-// What standard C++ expects of every value and container: moves, swap, views and hashes.
+// What standard C++ expects of every value and container: moves, swap, no accidental views.
 #include <string_view>
 #include <type_traits>
-#include <unordered_map>
 
 #include "containers/set.h"
 #include "generic/autoarr"
@@ -36,13 +35,5 @@ template <class... T>
 constexpr bool kNoView = ((!std::is_convertible_v<std::string_view, T> &&
                            !std::is_convertible_v<T, std::string_view>)&&...);
 static_assert(kNoView<String_t, ByteString>);  // never by accident
-
-TEST(Idioms, HashesTellNullFromEmpty) {
-    std::unordered_map<String_t, int> counts;
-    for (char const* const name : {"net1", "", "net1", "net2"}) ++counts[name];
-    ++counts[String_t()];
-    EXPECT_EQ(4u, counts.size());
-    EXPECT_EQ(2, counts[String_t(std::string_view("net12").substr(0, 4))]);
-}
 
 }  // namespace

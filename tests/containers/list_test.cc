@@ -121,8 +121,6 @@ std::string Text(List const& list) {
     return joined;
 }
 
-}  // namespace
-
 template <class List>
 class ListModel : public testing::Test {};
 using Lists = testing::Types<Single<slist_t>, Single<olist_t>, PointerDouble, LinkDouble>;
@@ -159,20 +157,18 @@ TYPED_TEST(ListModel, RandomOperations) {
             default:
                 if (model.size() < 9) list.AddLast(c), model.push_back(c);
         }
-        ASSERT_EQ(want, got) << "step " << step;
-        ASSERT_EQ(model, Text(list)) << "step " << step;
+        ASSERT_EQ(std::pair(want, model), std::pair(got, Text(list))) << "step " << step;
         int const length = static_cast<int>(model.size());
         ASSERT_EQ(length, list.Len());
         for (int i = -1; i <= length; ++i)
             ASSERT_EQ(i < 0 ? '\0' : model.c_str()[i], LetterOf(list[i]));
     }
-    list = MakeList<TypeParam>("a");
     list = TypeParam();
     EXPECT_EQ(0, Record<olink_t>::alive + Record<DLink>::alive);
 }
 
 template <class List>
-class ListPlace : public testing::Test {};
+class ListPlace : public ListModel<List> {};
 using DoubleLists = testing::Types<PointerDouble, LinkDouble>;
 TYPED_TEST_SUITE(ListPlace, DoubleLists);
 
@@ -195,8 +191,7 @@ TYPED_TEST(ListPlace, InsertsAppendsAndRemovesWhereItStands) {
             case 4: it.Insert(add(c)), model.insert(at++, 1, c); break;
             case 5: it.Append(add(c)), model.insert(end ? at++ : at + 1, 1, c); break;
         }
-        ASSERT_EQ(here, met) << "step " << step;
-        ASSERT_EQ(model, Text(list)) << "step " << step;
+        ASSERT_EQ(std::pair(here, model), std::pair(met, Text(list))) << "step " << step;
         ASSERT_EQ(model.c_str()[at], LetterOf(it.Succ())) << "step " << step;
         ASSERT_EQ(at < model.size(), static_cast<void const*>(it) != nullptr);
     }
@@ -252,3 +247,5 @@ TEST(ObjectBase, KnowsItsNameOnly) {
     ObjectBase const base;
     EXPECT_TRUE(base.IsA("ObjectBase") && !base.IsA("ObjectBases") && !base.IsA(nullptr));
 }
+
+}  // namespace

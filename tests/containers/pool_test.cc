@@ -40,9 +40,8 @@ void Give(Pool& pool, Elements const& elements) {
 
 // The elements of a chunk as they are handed out at first.
 Elements ChunkFrom(void* first) {
-    Elements elements(kChunk);
-    for (std::size_t i = 0; i < kChunk; ++i)
-        elements[i] = static_cast<char*>(first) + i * Stride(16);
+    Elements elements(kChunk, first);
+    for (std::size_t i = 0; i < kChunk; ++i) elements[i] = static_cast<char*>(first) + i * 16;
     return elements;
 }
 bool IsNewChunk(Elements const& elements) { return elements == ChunkFrom(elements[0]); }
@@ -103,6 +102,7 @@ TEST(Pool, IsOneStackWhateverTheDepthThatForgetsAllWhenDestroyed) {
         Elements held, freed;
         for (int part = 0; part < 20; ++part) {
             bool const alloc = random() % 2 == 0;
+            pool.Free(nullptr);
             for (unsigned n = random() % (part % 10 == 0 ? 6000 : 150); n > 0; --n) {
                 if (alloc) {
                     held.push_back(pool.Alloc(16, kChunkBytes));
@@ -217,7 +217,7 @@ TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {
     auto const hold_the_lock = [&] {  // a chunk for each element, up to a limit
         for (int i = 0; i < 500000 && !stop; ++i) pool.Alloc(16, 0);
     };
-    std::thread one(hold_the_lock), two(hold_the_lock);
+    std::thread thread(hold_the_lock);
     for (int i = 0; i < 30; ++i) {
         pid_t const child = fork();
         if (child == 0) {
@@ -231,6 +231,5 @@ TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {
         EXPECT_EQ(0, status) << "child " << i;
     }
     stop = true;
-    one.join();
-    two.join();
+    thread.join();
 }

@@ -38,7 +38,6 @@ TEST(Set, AddsMemberLists) {
     complemented.add("-3,5");
     EXPECT_EQ(61U, complemented.size());
     complemented.add("-");
-    EXPECT_EQ("3 5 40", Joined(complemented));
     for (auto const& [text, token] :
          Rows<std::string, std::string>{{"1;2", ";"}, {"3--5", "-"}, {"x", "x"}}) {
         testing::internal::CaptureStderr();
@@ -81,9 +80,8 @@ TEST(Set, FollowsAModel) {
         ASSERT_EQ(members.empty() ? 0 : members.back() + 1, s.max()) << step;
         ASSERT_EQ(model[i], s.contains(i)) << step;
         ASSERT_EQ((model & models[source]).any(), s && other) << step;
-        if (s.num_words() <= other.num_words() + 1) {
-            ASSERT_EQ((model & ~models[source]).none(), s <= other) << step;
-        }
+        bool const within = (model & ~models[source]).none();
+        ASSERT_TRUE(within == (s <= other) || s.num_words() > other.num_words() + 1) << step;
     }
 }
 

