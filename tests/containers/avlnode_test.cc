@@ -30,9 +30,8 @@ TEST(AVLTree, StaysBalancedAndReportsItsHeightUnderRandomChanges) {
         } else {
             AVLnode* removed = root;
             root = AVLnode::Delete(root, Node::Cmp, &key, change, removed);
-            ASSERT_EQ(model.erase(key) == 1, removed != nullptr);
-            ASSERT_TRUE(!removed || (Node::KeyOf(removed) == key && !removed->parent &&
-                                     !removed->left && !removed->right));
+            ASSERT_EQ(model.erase(key) == 1, removed && Node::KeyOf(removed) == key);
+            ASSERT_TRUE(!removed || (!removed->parent && !removed->left && !removed->right));
             delete removed;
         }
         int const now = BalancedHeight(root);

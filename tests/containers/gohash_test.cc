@@ -28,16 +28,13 @@ struct HashModel {
         }
         return h;
     }
-    // The slot that is looked at after `k` others.
-    std::size_t Probe(Name const& key, std::size_t k) const {
-        std::size_t const hash = Hash(key), size = slots.size();
-        std::size_t const step = hash / size % size;
-        return k == 0 ? hash % size : (hash % size + (step ? step : 1) + k - 1) % size;
-    }
     // The slot with this key, or -1; `best` is the first one on the way that is not in use.
     int Find(Name const& key, std::size_t* best = nullptr) const {
-        for (std::size_t k = 0; k <= slots.size(); ++k) {
-            std::size_t const i = Probe(key, k);
+        std::size_t const hash = Hash(key), size = slots.size();
+        std::size_t const first = hash % size,
+                          next = first + std::max<std::size_t>(hash / size % size, 1);
+        for (std::size_t k = 0; k <= size; ++k) {
+            std::size_t const i = k == 0 ? first : (next + k - 1) % size;
             if (slots[i].state == 1 && slots[i].key == key) return static_cast<int>(i);
             if (best && slots[i].state != 1) *std::exchange(best, nullptr) = i;
             if (slots[i].state == 0) break;
@@ -128,8 +125,7 @@ void Step(std::mt19937& random, HashModel& model, Table& table, unsigned names, 
         ASSERT_EQ(found >= 0, odd ? table & key : table & record);
     } else if (call == 35 && random() % model.slots.size() < 100) {
         unsigned const n = random() % 3 ? model.card + random() % 40 : random() % 300;
-        model.Resize(n);
-        table.Resize(n);
+        model.Resize(n), table.Resize(n);
     } else if (call == 36) {
         OHashIterator<String_t, StrCnt> next(table);
         ASSERT_EQ(nullptr, next.Del());

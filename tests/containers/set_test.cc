@@ -76,6 +76,9 @@ TEST(Set, FollowsAModel) {
         for (unsigned m = 0; m < model.size(); ++m)
             if (model[m]) members.push_back(m);
         ASSERT_EQ(members, std::vector<unsigned>(s.begin(), s.end())) << step;
+        Setiterator each(s);
+        for (unsigned const m : members) ASSERT_EQ(m, static_cast<unsigned>(each()));
+        ASSERT_TRUE(each() == -1 && each() == -1);
         ASSERT_EQ(members.size(), s.size()) << step;
         ASSERT_EQ(members.empty() ? 0 : members.back() + 1, s.max()) << step;
         ASSERT_EQ(model[i], s.contains(i)) << step;
@@ -91,8 +94,6 @@ TEST(Set, ComparesWordsRatherThanMembers) {
     EXPECT_FALSE(narrow == wide);
     wide.add(64);
     EXPECT_TRUE(wide <= narrow);  // only the first extra word counts
-    wide.add(63);
-    EXPECT_FALSE(wide <= narrow);
 }
 
 TEST(SetDeathTest, FixedSetsStayInTheCallersWords) {
@@ -111,15 +112,6 @@ TEST(SetDeathTest, FixedSetsStayInTheCallersWords) {
     EXPECT_EQ(0U, words[0] | words[1]);
     EXPECT_DEATH(Set(2, words, Set(32)), R"(containers/set\.cc:[0-9]+:.*n == s\.num)");
     EXPECT_DEATH(Set(2, words) = Set(96), R"(containers/set\.cc:[0-9]+:.*num == s\.num)");
-}
-
-TEST(Setiterator, EndsAndStartsAgain) {
-    Set const s("2,31,32");
-    Setiterator i(s);
-    EXPECT_EQ(2U, *i++);
-    for (int const want : {31, 32, -1, -1}) EXPECT_EQ(want, i());
-    i.Reset();
-    EXPECT_EQ(2, i());
 }
 
 }  // namespace

@@ -29,14 +29,13 @@ TEST(TSortedVector, FollowsAStdSetThroughRandomSteps) {
     }
 }
 
-TEST(TSortedVector, InsertsItsOwnElementsAndCopies) {
+TEST(TSortedVector, InsertsAndRemovesItsOwnElements) {
     Numbers v(1);
-    for (int const value : {5, 1, 3, 7}) EXPECT_EQ(1, v.Insert(value).found);
+    for (int const value : {5, 1, 3, 7}) v.Insert(value);
     TResult<int> const same = v.Insert(v[1]);  // full: the buffer moves
-    EXPECT_TRUE(same.found == 0 && same.ptr == &v[1] && v.Size() == 8 && Numbers().Size() == 128);
-    Numbers const copy(v);
+    EXPECT_TRUE(same.found == 0 && same.ptr == &v[1] && v.Size() == 8);
     EXPECT_TRUE(v.Remove(v[0]));
-    EXPECT_EQ("3 5 7, 1 3 5 7", Joined(v) + ", " + Joined(copy));
+    EXPECT_EQ("3 5 7", Joined(v));
 }
 
 TEST(TSortedVectorDeathTest, RefusesNegativeIndexes) {

@@ -229,14 +229,10 @@ TEST(Interface, VirtualFunctionsKeepTheirPlaces) {
     using Action = TMapAction<String_t, int, GStringCmp>;
     using Rep = SockIO::SockAddrRep;
     using Server = ServerSocketBase;
-    EXPECT_TRUE(Follow(0, &Except::ToString));
-    EXPECT_TRUE(Follow(0, &TVarrCmp<int>::operator()));
-    EXPECT_TRUE(Follow(0, &olist_cmpo_t::operator()));
-    EXPECT_TRUE(Follow(0, &olist_actiono_t::operator()));
-    EXPECT_TRUE(Follow(0, &Action::operator()));
-    EXPECT_TRUE(Follow(0, &bnode_t::Dup));
-    EXPECT_TRUE(Follow(0, &ctree_node_t::Dup));
-    EXPECT_TRUE(Follow(0, &octree_node_t::Dup));
+    EXPECT_TRUE(Follow(0, &Except::ToString) && Follow(0, &TVarrCmp<int>::operator()));
+    EXPECT_TRUE(Follow(0, &olist_cmpo_t::operator()) && Follow(0, &olist_actiono_t::operator()));
+    EXPECT_TRUE(Follow(0, &Action::operator()) && Follow(0, &bnode_t::Dup));
+    EXPECT_TRUE(Follow(0, &ctree_node_t::Dup) && Follow(0, &octree_node_t::Dup));
     EXPECT_TRUE(Follow(0, &Range::Lower, &Range::Upper, &Range::Action));
     EXPECT_TRUE(Follow(0, &ClientSocketBase::RefString, &ClientSocketBase::Connect));
     EXPECT_TRUE(Follow(0, &Server::RefString, &Server::Listen,
