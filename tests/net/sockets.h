@@ -42,13 +42,6 @@ inline unsigned short PortOf(ServerSocketIn const& server) {
     return SockIO::SockAddr(server.RefString()).Port();
 }
 
-// A port of the own host where nobody listens.
-inline unsigned short FreePort() {
-    ServerSocketIn server(0, OwnHost());
-    EXPECT_GE(server.Listen(0), 0);
-    return PortOf(server);
-}
-
 // No further descriptor can be opened.
 struct NoDescriptors {
     rlimit before;
