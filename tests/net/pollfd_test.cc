@@ -9,7 +9,6 @@ TEST(PollFd, MakesSortedSetsThatPollTakes) {
     UniqueFd const fd(socket(AF_UNIX, SOCK_DGRAM, 0));
     int const sorted[] = {INT_MIN, -1, fd.Get(), INT_MAX};
     for (int i : {3, 2, 0, 3, 1}) set.Insert(SockIO::PollFd(sorted[i], POLLOUT));
-    ASSERT_EQ(4u, set.Len());
     for (int i = 0; i < 4; ++i) EXPECT_EQ(sorted[i], set[i].fd);
     EXPECT_TRUE(poll(set.Get(), 3, 0) == 1 && set[2].revents == POLLOUT);
 }

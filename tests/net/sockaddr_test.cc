@@ -63,6 +63,5 @@ TEST(SockAddr, KeepsOrDropsItsAddressWhenAnotherIsNotFound) {
     ASSERT_EQ(0, getnameinfo(named.Get(), named.Size(), name, sizeof name, nullptr, 0, 0));
     EXPECT_STREQ(name, SockAddr(*named.Get(), 1).Host());
     sockaddr const other = {AF_PACKET, {}};
-    EXPECT_TRUE(named.Init(other, 1) == EAFNOSUPPORT && !named.Rep() && named.Port() == 0);
-    EXPECT_TRUE(named.Host() == "" && named.GetHostname().IsNull());
+    EXPECT_TRUE(named.Init(other, 1) == EAFNOSUPPORT && !named.Rep() && named.Host() == "");
 }

@@ -1,7 +1,6 @@
 #include "net/sockstream.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <signal.h>
 #include <sys/socket.h>
 
@@ -35,8 +34,8 @@ TEST(OSockStream, SendsOnRequestAndAtTheEnd) {
     SocketPair pair;
     {
         OSockStream out(pair.near.Get());
-        out << 'x' << endm << 'y';
-        EXPECT_EQ("x", pair.Hear());
+        out.Writeln("x", "\r\n").RevWrite("abc", 3) << endm << 'y';
+        EXPECT_EQ("x\r\ncba", pair.Hear());
         EXPECT_EQ(pair.near.Get(), out.Unbind());  // sends, too
         EXPECT_EQ("y", pair.Hear());
         out.Bind(pair.near.Get());
@@ -49,11 +48,10 @@ TEST(OSockStream, SendsOnRequestAndAtTheEnd) {
     EXPECT_EQ("", pair.Hear());
 }
 
-TEST(SockStreamThreads, FlushesInPieces) {
-    signal(SIGPIPE, SIG_IGN);
+TEST(OSockStream, KeepsWhatIsNotSentInTime) {
     int fds[2];
     ASSERT_EQ(0, pipe2(fds, O_NONBLOCK));
-    UniqueFd const writer(fds[1]);
+    UniqueFd const reader(fds[0]), writer(fds[1]);
     int const room = 4096;
     ASSERT_EQ(room, fcntl(writer.Get(), F_SETPIPE_SZ, room));
     struct : OSockStream {
@@ -69,17 +67,6 @@ TEST(SockStreamThreads, FlushesInPieces) {
     EXPECT_EQ(SockStream::kTimedOut, out.Status());
     EXPECT_EQ(room, read(fds[0], heard.data(), heard.size()));
     EXPECT_EQ(text, heard + out.Pending());
-
-    out.Clear(), out.Timeout(60);
-    out.Write(text.data(), room);
-    std::thread reader([end = fds[0]] {
-        pollfd data{end, POLLIN, 0};
-        poll(&data, 1, -1);
-        close(end);
-    });
-    EXPECT_TRUE(out.Flush() == -1 && errno == EPIPE && out.Status() == SockStream::kBad);
-    reader.join();
-    EXPECT_EQ(text.substr(0, room), out.Pending());  // without the part that was sent
 }
 
 TEST(ISockStream, ReadsWhatASlowPeerSendsAndToTheEnd) {
@@ -166,16 +153,12 @@ TEST(SockStreamFailures, RaiseTheirBitAndThrowWhereAsked) {
     SocketPair gone;
     gone.far.Reset();
     OSockStream(gone.near.Get()).Write("1", 1).Exceptions(15);  // nothing leaves the destructor
-    SockStream::exceptions = SockStream::kTimedOut;
-    EXPECT_EQ(8u, OSockStream().Exceptions());
-    SockStream::exceptions = 0;
 }
 
 TEST(ISockStream, ReadsLines) {
     // The last column is what the form without a size gives.
     Rows<char const*, char const*, int, char const*, int, unsigned, char const*> const rows = {
         {"ab\ncd", "\n", 10, "ab", 2, 0, "ab"},
-        {"a\r\r\nb", "\r\n", 10, "a\r", 3, 0, "a\r"},
         {"aab", "ab", 10, "a", 2, 0, "a"},
         {"ab", "\n", 10, "ab", 2, 1, "ab"},
         {"", "\n", 10, "", 0, 1, ""},

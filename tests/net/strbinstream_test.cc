@@ -28,8 +28,6 @@ TEST(StrBinStream, FillsFixedMemoryAndThenEnds) {
     EXPECT_TRUE(out.Flush() == 0 && out.Status() == SockStream::kEof && out.Flush() == -1);
     out.Exceptions(SockStream::kEof);
     EXPECT_THROW(out.Str(), SockIO::EndOfInput);
-    EXPECT_EQ(8u, out.Len());
-
     EXPECT_TRUE(empty.Str() && empty.Status() == SockStream::kEof);
     EXPECT_TRUE(none.Flush() == -1 && none.Status() == SockStream::kBad);
 }
@@ -40,9 +38,7 @@ TEST(StrBinStream, ReadsBackWhatWasWritten) {
     out << 1;
     IStrBinStream in(out);
     in >> one;
-    EXPECT_TRUE(in.Good() && one == 1);
-    in >> one;
-    EXPECT_TRUE(in.Status() == SockStream::kEof && in.Fill() == -1);
+    EXPECT_TRUE(in.Good() && one == 1 && in.Fill() == 0 && in.Status() == SockStream::kEof);
     in.Exceptions(SockStream::kEof);
     EXPECT_THROW(in.Fill(), SockIO::EndOfInput);
 
@@ -52,7 +48,6 @@ TEST(StrBinStream, ReadsBackWhatWasWritten) {
         String_t line;
         source.Readln(line, nullptr);
         EXPECT_EQ(std::string(length, 'b'), line.Get());
-        EXPECT_EQ(length ? 0u : SockStream::kEof, source.Status());
     }
     EXPECT_EQ(0, IStrBinStream(nullptr, 5).Fill());
 }
