@@ -55,11 +55,13 @@ public:
     int Fill() override {
         if (Status() & kEof) return -1;
         if (at == data.size()) return SetEof(), 0;
+        unsigned roll = 3;
         if (at == fails_at) {
-            unsigned const roll = places() % 3;  // 0: as if it would block
+            roll = places() % 5;  // 0: as if it would block, 4: too late, but with bytes
             fails_at += 1 + places() % 2000;
             if (roll == 1) SetTimedout();
-            return roll == 2 ? SetBad(), -1 : 0;
+            if (roll == 2) return SetBad(), -1;
+            if (roll < 2) return 0;
         }
         std::size_t const piece = most ? most : pieces() % 3 ? 1 + pieces() % 9 : size;
         std::size_t const count = std::min({piece, data.size() - at, fails_at - at, size_t{size}});
@@ -67,6 +69,7 @@ public:
         at += count;
         cur = base;
         end = base + count;
+        if (roll == 4) SetTimedout();
         return static_cast<int>(count);
     }
     std::string Rest() const { return std::string(cur, end); }

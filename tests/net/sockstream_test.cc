@@ -94,6 +94,18 @@ TEST(ISockStream, ReadsWhatASlowPeerSendsAndToTheEnd) {
     EXPECT_TRUE(in.Status() == SockStream::kEof && in.GCount() == 0);
 }
 
+TEST(ISockStream, StopsAtTheByteThatCameTooLate) {
+    struct : ISockStream {
+        int Fill() override {
+            cur = base, end = base + 4;
+            return SetTimedout(), 4;
+        }
+    } late;
+    int number = 0;
+    late >> number;
+    EXPECT_EQ(1, late.GCount());
+}
+
 TEST(SockStreamThreads, AskBeforeTheyWait) {
     SocketPair pair;
     IOSockStream near(pair.near.Get()), far(pair.far.Get());
