@@ -22,22 +22,19 @@ TEST(CheckedAllocation, KeepsContentsAndServesNull) {
 
 TEST(SBalloc, GrowsToTheNextMultipleOf256AboveTheNeed) {
     for (unsigned const needed : {1, 256, 257, 512}) {
-        unsigned grown = 0;
+        unsigned grown = 0, fits = needed;
         std::free(SBalloc(&grown, SMalloc(8), needed, 8));
         EXPECT_EQ(needed / 256 * 256 + 256, grown) << "needed " << needed;
+        EXPECT_EQ(&fits, SBalloc(&fits, &fits, needed, 8));
     }
-    unsigned fits = 300;
-    EXPECT_EQ(&fits, SBalloc(&fits, &fits, 300, 8));
 }
 
 TEST(OutOfMemoryDeathTest, PrintsItsTextWithoutALineEndAndAborts) {
     static unsigned capacity = 0;
-    void (*const calls[])() = {
-        [] { SArealloc(nullptr, 1, 0); },  // element size 0
-        [] { SArealloc(SMalloc(1), 2147483648u, 2); },
-        [] { SBalloc(&capacity, nullptr, 0xFFFFFF00u, 1); },   // a capacity of 2^32
-        [] { SBalloc(&capacity, nullptr, 0x1FFFFFFFu, 8); }};  // so many bytes
-    for (auto* const call : calls)
+    for (auto* const call :
+         {+[] { SArealloc(nullptr, 1, 0); },                      // element size 0
+          +[] { SBalloc(&capacity, nullptr, 0xFFFFFF00u, 1); },   // a capacity of 2^32
+          +[] { SBalloc(&capacity, nullptr, 0x1FFFFFFFu, 8); }})  // so many bytes
         EXPECT_EXIT(call(), testing::KilledBySignal(SIGABRT), AbortText("out of memory"));
     EXPECT_EXIT(halt(), testing::KilledBySignal(SIGABRT), AbortText(""));
 }

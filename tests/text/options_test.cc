@@ -12,21 +12,19 @@ namespace {
 // A value that was 7 before, behind "!" for result 0; "-" where nothing was done.
 template <class Value>
 std::string Show(int found, Value const& value) {
-    std::ostringstream out;
-    out << (found ? "" : "!") << value;
-    return out.str() == "!7" ? "-" : out.str();
+    std::string const shown = (found ? "" : "!") + Joined(std::vector<Value>{value});
+    return shown == "!7" ? "-" : shown;
 }
 
-// What GetOpt finds of `name`: whether, as text and as number.
+// What GetOpt finds of `name`: as text, as number, and whether.
 template <class Name>
 std::string Got(char const* list, Name name) {
     Texts args(list);
-    int const argc = args.Count();
     String_t text("7");
-    int number = 7;
-    std::string shown = std::to_string(GetOpt(argc, args.Vector(), name));
-    shown += '|' + Show(GetOpt(argc, args.Vector(), name, text), text);
-    return shown + '|' + Show(GetOpt(argc, args.Vector(), name, number), number);
+    int number = 7, text_found = GetOpt(args.Count(), args.Vector(), name, text);
+    int const number_found = GetOpt(args.Count(), args.Vector(), name, number);
+    std::string const whether = GetOpt(args.Count(), args.Vector(), name) ? "1|" : "0|";
+    return whether + Show(text_found, text) + '|' + Show(number_found, number);
 }
 
 TEST(GetOpt, FindsLettersAndWords) {
@@ -45,14 +43,14 @@ TEST(GetOpt, FindsLettersAndWords) {
 template <class Name>
 std::string Checked(char const* list, Name name) {
     std::string shown;
-    for (char const form : {'n', 't', 'f'}) {
+    for (int form : {1, 2, 0}) {
         Texts args(list);
         int argc = args.Count(), number = 7;
         char** argv = args.Vector();
         String_t text("7");
-        shown += form == 't'
-                     ? Show(CheckOpt(argc, &argv, name, text), text)
-                     : Show(CheckOpt(argc, &argv, name, number, form == 'n' ? 2 : 0), number);
+        int const found = form == 2 ? CheckOpt(argc, &argv, name, text)
+                                    : CheckOpt(argc, &argv, name, number, form);
+        shown += form == 2 ? Show(found, text) : Show(found, number);
         shown += argc < args.Count() ? "+|" : "|";
         EXPECT_EQ(args.Count() - argc, argv - args.Vector());
     }
@@ -60,12 +58,11 @@ std::string Checked(char const* list, Name name) {
 }
 
 TEST(CheckOpt, TakesTheValueAtTheCursor) {
-    char const* const rows[][3] = {
-        {"p,,-o", "-|-|-|", "-|-|-|"},           {"p,+o", "-+|7+|1|", "-|-|-|"},
-        {"p,-o12,3", "12|12|1|", "-|-|-|"},      {"p,-o", "-+|7+|1|", "-+|7+|1|"},
-        {"p,-o,4x", "!4+|4x+|1|", "!4+|4x+|1|"}, {"p", "-|-|-|", "-|-|-|"}};
-    for (auto const& [list, letter, word] : rows)
-        EXPECT_EQ(letter + std::string(word), Checked(list, 'o') + Checked(list, "-o")) << list;
+    EXPECT_EQ("-|-|-| -|-|-|", Checked("p,,-o", 'o') + ' ' + Checked("p,,-o", "-o"));
+    EXPECT_EQ("-+|7+|1| -|-|-|", Checked("p,+o", 'o') + ' ' + Checked("p,+o", "-o"));
+    EXPECT_EQ("-+|7+|1| -+|7+|1|", Checked("p,-o", 'o') + ' ' + Checked("p,-o", "-o"));
+    EXPECT_EQ("!4+|4x+|1| !4+|4x+|1|", Checked("p,-o,4x", 'o') + ' ' + Checked("p,-o,4x", "-o"));
+    EXPECT_EQ("12|12|1|", Checked("p,-o12,3", 'o'));
 }
 
 TEST(ArgumentVector, OwnsCopies) {

@@ -19,9 +19,8 @@ void Check(char* (*write)(char*, unsigned, Value, unsigned, char, Radix...), Val
     if (fill && text.size() < width) text.insert(0, width - text.size(), fill);
     text.insert(0, base == 2 ? "0b" : base == 8 ? "0" : base == 16 ? "0x" : "");
     std::string buffer(100, '#');
-    std::string const want = std::string(99 - text.size(), '#') + text + '\0';
     ASSERT_EQ(&buffer[99 - text.size()], write(buffer.data(), 100, value, width, fill, radix...));
-    ASSERT_EQ(want, buffer);
+    ASSERT_EQ(std::string(99 - text.size(), '#') + text + '\0', buffer);
 }
 
 TEST(StrInteger, EveryFormAgreesWithAModel) {
@@ -45,8 +44,7 @@ TEST(StrInteger, EveryFormAgreesWithAModel) {
 
 TEST(StrInteger, LosesTheFrontInABufferThatIsTooShort) {
     char b[5] = "####";
-    EXPECT_EQ(b + 1, str_int2str10(b + 1, 3, -12345, 20, '*'));
-    EXPECT_STREQ("#45", b);
+    EXPECT_STREQ("45", str_int2str10(b + 1, 3, -12345, 20, '*'));
     EXPECT_STREQ("ff", str_int2strradix(b + 1, 3, 255, ~0u, '*', 16));
     EXPECT_EQ('#', *str_int2str10(b, 0, 7, 0, '\0'));
 }

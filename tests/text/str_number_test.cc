@@ -38,12 +38,11 @@ TEST(StrToNumber, KnowsItsLettersAndNoOtherCharacter) {
         auto const c = static_cast<char>(byte), upper = static_cast<char>(std::toupper(byte));
         if (std::strchr(".DdEe0123456789", c)) continue;
         char const text[] = {'2', c, '\0'};
-        auto const any = any_letters.find(upper), exact = exact_letters.find(c),
-                   none = std::string::npos;
-        double const wants[] = {any == none ? 2 : 2 * any_factors[any],
-                                exact == none ? 2 : 2 * exact_factors[exact]};
-        ASSERT_EQ(wants[0], ValueOf(text, 1 + (any != none), str_todouble));
-        ASSERT_EQ(wants[1], ValueOf(text, 1 + (exact != none), str_ctodouble));
+        auto const i = any_letters.find(upper), j = exact_letters.find(c);
+        double const any = i < 9 ? 2 * any_factors[i] : 2,
+                     exact = j < 17 ? 2 * exact_factors[j] : 2;
+        ASSERT_EQ(any, ValueOf(text, 1 + (i < 9), str_todouble));
+        ASSERT_EQ(exact, ValueOf(text, 1 + (j < 17), str_ctodouble));
     }
     EXPECT_EQ(2e-3, ValueOf("2mil", 2, str_todouble));
     EXPECT_EQ(1e7, ValueOf("10mEg", 5, str_todouble));

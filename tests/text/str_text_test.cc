@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <iterator>
 
-#include "tests/support/abort_text.h"
 #include "tests/support/test.h"
 #include "text/str_accumulator.h"
 #include "text/str_search.h"
@@ -78,12 +77,13 @@ void CheckSearch(Indx* indx, Index* index, Cont* cont, Ncont* ncont, int (*fold)
         std::transform(sub.begin(), sub.end(), sub.begin(), fold);
         int const slen = static_cast<int>(s.size()), pos = static_cast<int>(random() % 12) - 1;
         auto const sublen = static_cast<short>(sub.size());
+        SCOPED_TRACE(text + " / " + piece + " at " + std::to_string(pos));
         int const found = s.empty() ? 0 : static_cast<int>(s.find(sub) + 1);
-        ASSERT_EQ(found, indx(text.c_str(), piece.c_str())) << text << " / " << piece;
-        ASSERT_EQ(found, index(field.data(), slen, part.data(), sublen)) << text << " / " << piece;
+        ASSERT_EQ(found, indx(text.c_str(), piece.c_str()));
+        ASSERT_EQ(found, index(field.data(), slen, part.data(), sublen));
         bool const inside = pos >= 1 && pos <= slen;
         bool const here = sub.empty() || (inside && s.compare(pos - 1, sub.size(), sub) == 0);
-        ASSERT_EQ(here, cont(pos, text.c_str(), piece.c_str())) << text << " / " << piece << pos;
+        ASSERT_EQ(here, cont(pos, text.c_str(), piece.c_str()));
         ASSERT_EQ(here, ncont(pos, field.data(), slen, part.data(), sublen));
     }
     EXPECT_EQ(0, indx(nullptr, "a") + indx("a", nullptr) + index("abc", 3, nullptr, 1) +
@@ -98,9 +98,9 @@ TEST(StrSearch, AgreesWithAModel) {
 
 TEST(StrFindC, GivesThePredicateUnsignedBytesButNotTheTerminator) {
     char const text[] = "ab\xe9";
-    EXPECT_EQ(text + 2, str_FindC(text, [](int c) { return int(c == 0xe9 || c == 0); }));
-    EXPECT_EQ(nullptr, str_FindCN("ab", [](int c) { return int(c == 0); }));
-    EXPECT_EQ(nullptr, str_FindC(nullptr, isdigit));
+    EXPECT_EQ(text + 2, str_FindC(text, [](int c) { return int(c == 0xe9); }));
+    EXPECT_TRUE(!str_FindCN("ab", [](int c) { return int(c == 0); }) &&
+                !str_FindC(nullptr, isdigit));
 }
 
 TEST(StrTok, CutsAtSeparatorsAndStaysOnTheTerminator) {
@@ -141,11 +141,5 @@ TEST(StrAccumulator, AgreesWithAStringAndGrowsInStepsOf128) {
         str_arr_delete(&acc);
     }
 }
-
-#if UINTPTR_MAX == UINT32_MAX  // no 32-bit count exhausts a larger address space
-TEST(StrSaveDeathTest, AbortsSilentlyWithoutMemory) {
-    EXPECT_EXIT(str_nsave("x", 0xFFFFFFFFu), testing::KilledBySignal(SIGABRT), AbortText(""));
-}
-#endif
 
 }  // namespace

@@ -1,12 +1,15 @@
-// Texts and runs of bytes with shared records.
+// Texts and runs of bytes with shared records, and what is made of them.
 #include "text/string.h"
 
+#include <cctype>
 #include <optional>
 #include <thread>
 #include <type_traits>
 
 #include "tests/support/test.h"
 #include "text/bytestring.h"
+#include "text/except.h"
+#include "text/urlcode.h"
 
 namespace {
 
@@ -20,8 +23,7 @@ std::string Texts(std::vector<String_t> strings) {
     for (String_t& s : strings) {
         char const* const text = s;
         texts += (text ? text : "~") + std::string("|");
-        EXPECT_TRUE(s == text && text == s && s == String_t(text)) << text;
-        EXPECT_FALSE(s != text || text != s || s != String_t(text)) << text;
+        EXPECT_TRUE(s == text && text == s && !(s != text || text != s)) << text;
         EXPECT_TRUE(s.IsNull() == !text && s.IsEmpty() == (!text || !*text)) << text;
         EXPECT_TRUE(s.Len() == s.View().size() && s.View().data() == text) << text;
         EXPECT_STREQ(text, std::unique_ptr<char[]>(s.Save()).get());
@@ -40,9 +42,6 @@ TEST(String, TellsNullFromEmpty) {
     EXPECT_TRUE(String_t("ab", 4).Get()[3] == 0 && String_t(ab_x, 4).Get()[3] == 0);
     EXPECT_TRUE(String_t() != "" && String_t("") != nullptr && String_t() == 0);
     EXPECT_THROW(String_t("x", kMost), std::bad_alloc);
-    String_t s("kept");
-    EXPECT_THROW(s.Reserve(kMost), std::bad_alloc);
-    EXPECT_STREQ("kept", s);
 }
 
 TEST(String, CopiesPiecesAndChangedTexts) {
@@ -52,10 +51,10 @@ TEST(String, CopiesPiecesAndChangedTexts) {
               Texts({s.SubStr(1, 3), s.SubStr(2, 100), s.SubStr(2, 1), null.SubStr(0, 4),
                      s.SubStr(0, 0x7FFFFFFE), s.SubStr(0, 0x7FFFFFFF), s.SubStr(8, 9),
                      s.SubStr(9, 12), s.SubStr(0, kMost)}));
-    std::string trimmed;
-    for (String_t const t : {"\t\n\v\f\r a b\n", "   ", "\xe9 ", static_cast<char const*>(nullptr)})
-        trimmed += Texts({t.Trim(), t.TrimLeft(), t.TrimRight()});
-    EXPECT_EQ("a b|a b\n|\t\n\v\f\r a b|~| |~|\xe9|\xe9 |\xe9|~|~|~|", trimmed);
+    String_t const wide("\t\n\v\f\r a b\n"), blank("   ");
+    EXPECT_EQ("a b|a b\n|\t\n\v\f\r a b|~| |~|~|~|",
+              Texts({wide.Trim(), wide.TrimLeft(), wide.TrimRight(), blank.Trim(), blank.TrimLeft(),
+                     blank.TrimRight(), null.Trim(), null.TrimLeft()}));
     EXPECT_EQ("METAL-2\xe4|metal-2\xe4|M|Mexal-2\xe4|M__al-_\xe4|~|",
               Texts({s.Toupper(), s.Tolower(), s.Subst("e", '\0'), s.Subst('t', 'x'),
                      s.Subst("e2t", '_'), null.Subst("a", 'b')}));
@@ -72,10 +71,8 @@ TEST(String, OrdersNullFirstAndThenTheBytes) {
     for (int i = 0; i < 4; ++i) {
         char const *const a = ascending[i], *const b = ascending[i + 1];
         String_t const s(a), t(b);
-        EXPECT_TRUE(s < t && s < b && a < t && s <= t && s <= b && a <= t && s <= a && a <= s);
-        EXPECT_TRUE(t > s && t > a && b > s && t >= s && t >= a && b >= s && s >= a && a >= s);
-        EXPECT_FALSE(t < s || s < s || s < a || a < s || t <= s || t <= a || b <= s);
-        EXPECT_FALSE(s > t || s > s || s > a || a > s || s >= t || s >= b || a >= t);
+        EXPECT_TRUE(s < t && s < b && a < t && t > s && t > a && b > s && s <= a && a >= s);
+        EXPECT_FALSE(t <= s || t <= a || b <= s || s >= t || s >= b || a >= t || s < a || a > s);
     }
 }
 
@@ -96,7 +93,7 @@ TEST(String, SharesAsTheModelThroughRandomSteps) {
         std::string_view const piece = s.View().substr(old.size() / 3, old.size() / 2);
         switch (old.size() > 100 ? 8 : random() % 8) {
             case 0: s = strings[j], model[i] = model[j]; break;
-            case 1: strings[i] = String_t(strings[j]), model[i] = model[j]; break;
+            case 1: s = String_t(strings[j]), model[i] = model[j]; break;
             case 2:
                 s = std::move(strings[j]);
                 if (i != j) model[i] = std::exchange(model[j], std::make_shared<Text>());
@@ -121,16 +118,39 @@ TEST(String, ReadsWordsAndLinesOfAnyLength) {
     EXPECT_FALSE(in >> word);  // which leaves the last one alone
     EXPECT_EQ("word  " + longest, Joined(std::vector<String_t>{first, String_t(), word}));
 
-    Rows<std::string, char const*, std::string> const rows = {{"a\n\nb", "\n", "a||b|"},
-                                                              {"1--2---3", "--", "1|2|-3|"},
-                                                              {longest, nullptr, longest + '|'}};
-    for (auto const& [text, delim, want] : rows) {
-        std::istringstream lines(text);
-        std::string pieces;
-        while (String_t::Getline(lines, word, delim).good()) pieces += Texts({word.Get()});
-        EXPECT_EQ(want, pieces);
-        EXPECT_TRUE(lines.fail() && word.IsNull());
+    std::istringstream lines("a\n\nb\n1--2---3"), whole(longest);
+    std::string pieces;
+    for (int i = 0; i < 3; ++i) String_t::Getline(lines, word, "\n"), pieces += Texts({word});
+    while (String_t::Getline(lines, word, "--").good()) pieces += Texts({word});
+    EXPECT_EQ("a||b|1|2|-3|", pieces);
+    EXPECT_TRUE(lines.fail() && word.IsNull());
+    EXPECT_EQ(longest, String_t::Getline(whole, word, nullptr) ? word.Get() : "");
+}
+
+TEST(Except, LeavesOutOfItsTextWhatIsNotGiven) {
+    std::string texts;
+    for (Except const& e : {Except(), Except("x", "m", "f", 42), Except("x", "f", -1),
+                            Except("x", "f", 0), Except("x", "", 3), Except("", "m")})
+        texts += e.ToString() + "|";
+    EXPECT_EQ("unknown|x, m, thrown in f:42|x|x, thrown in f:0|x|, m|", texts);
+    EXPECT_TRUE(Except("").ToString().IsNull() && Except(nullptr, "m").ToString().IsNull());
+    Except copy;
+    copy = Except("k", "m");
+    EXPECT_STREQ("k, m", Except(copy).ToString());
+}
+
+TEST(UrlCode, CodesEveryByteAndDecodesWhatScanfReads) {
+    for (int byte = 1; byte < 256; ++byte) {
+        char const text[] = {'a', static_cast<char>(byte), '4', '1', '\0'};
+        bool const plain = std::isalnum(byte) || std::strchr("*-._", byte);
+        char coded[8];
+        std::snprintf(coded, sizeof coded, plain ? "a%c41" : "a%%%02x41", byte);
+        EXPECT_STREQ(coded, UrlEncode(text));
+        EXPECT_STREQ(text, UrlDecode(coded));
     }
+    EXPECT_TRUE(UrlEncode(nullptr).IsNull() && UrlDecode(nullptr).IsNull());
+    EXPECT_STREQ("a+b\4x\7x\xff%Aa%4", UrlDecode("a+b%4gx% 7x%-1%%41a%4"));
+    EXPECT_STREQ("a", UrlDecode("a%00b"));
 }
 
 TEST(StringThreads, MakeAndDropUnrelatedStrings) {
