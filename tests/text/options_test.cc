@@ -62,7 +62,7 @@ TEST(CheckOpt, TakesTheValueAtTheCursor) {
     EXPECT_EQ("-+|7+|1| -|-|-|", Checked("p,+o", 'o') + ' ' + Checked("p,+o", "-o"));
     EXPECT_EQ("-+|7+|1| -+|7+|1|", Checked("p,-o", 'o') + ' ' + Checked("p,-o", "-o"));
     EXPECT_EQ("!4+|4x+|1| !4+|4x+|1|", Checked("p,-o,4x", 'o') + ' ' + Checked("p,-o,4x", "-o"));
-    EXPECT_EQ("12|12|1|", Checked("p,-o12,3", 'o'));
+    EXPECT_EQ("1|1|1|", Checked("p,-o1,3", 'o'));
 }
 
 TEST(ArgumentVector, OwnsCopies) {
