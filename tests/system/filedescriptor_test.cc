@@ -8,19 +8,16 @@ using Redirection = ProcessTest;
 
 TEST_F(Redirection, PutsFilesInThePlaceOfDescriptors) {
     int const code = InChild([] {
+        auto const redirect = [](auto... to) { return FileDescriptor::Redirect(to...); };
         auto const table = OpenDescriptors();
-        char const* const name = "file";
         umask(0);
-        using Fd = FileDescriptor;
-        if (Fd::Redirect(1, name, O_WRONLY) != -1 || errno != ENOENT) return 1;
-        if (Fd::Redirect(1, name, O_WRONLY | O_CREAT, 0640) || write(1, "one", 3) != 3) return 2;
-        if (Fd::Redirect(1, name, O_WRONLY | O_APPEND) || Fd::Redirect(2, 1) != 2) return 3;
-        if (write(2, "two", 3) != 3) return 4;
-        if (Fd::Redirect(50, name, O_RDONLY) != -1 || errno != EBADF) return 5;
-        if (Fd::Redirect(50, 1) != -1 || errno != EBADF) return 6;
-        if (table != OpenDescriptors()) return 8;
+        if (redirect(1, "file", O_WRONLY) != -1 || errno != ENOENT) return 1;
+        if (redirect(1, "file", O_WRONLY | O_CREAT, 0640) || write(1, "one", 3) != 3) return 2;
+        if (redirect(1, "file", O_WRONLY | O_APPEND) || redirect(2, 1) != 2) return 3;
+        if (write(2, "two", 3) != 3 || table != OpenDescriptors()) return 4;
+        if (redirect(50, "file", O_RDONLY) != -1 || redirect(50, 1) != -1) return 5;
         close(0);  // the file opened takes its number: nothing is left to duplicate
-        return Fd::Redirect(0, name, O_RDONLY) != -1 || errno != EBADF ? 9 : 0;
+        return redirect(0, "file", O_RDONLY) != -1 || errno != EBADF ? 6 : 0;
     });
     EXPECT_EQ(0, code);
     EXPECT_EQ(0640u, static_cast<unsigned>(fs::status("file").permissions()));

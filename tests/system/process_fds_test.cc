@@ -26,22 +26,20 @@ static bool ForbidCloseRange() {
 // 0 if of all descriptors up to 499 exactly those below `from` survive.
 static int CloseFrom(unsigned from, FdsWay way) {
     rlimit const limit = {500, 500};
-    int wrong = 0;
     for (int fd = 3; fd < 500; ++fd) dup2(2, fd);
-    if (way != kNumbers) close(10);  // room for the directory
+    if (way != kNumbers) close(499);  // room for the directory
     if (way != kBest && !ForbidCloseRange()) return 99;
     if (way == kNumbers) setrlimit(RLIMIT_NOFILE, &limit);
     Process::CloseFds(from);
-    for (int fd = 0; fd < 500; ++fd) {
-        bool const wanted = static_cast<unsigned>(fd) < from && (fd != 10 || way == kNumbers);
-        if (IsOpen(fd) != wanted) ++wrong;
-    }
-    return std::min(wrong, 90);
+    int const end = static_cast<int>(std::min(from, way == kNumbers ? 500U : 499U));
+    for (int fd = 0; fd < 500; ++fd)
+        if (IsOpen(fd) != (fd < end)) return 1;
+    return 0;
 }
 
 TEST_F(ProcessCloseFds, ClosesFromTheBoundUpwards) {
     for (FdsWay way : {kBest, kListed, kNumbers})
-        for (unsigned from : {0u, 1u, 3u, 60u, 499u, 500u, 0x80000000u, 0xFFFFFFFFu}) {
+        for (unsigned from : {0u, 3u, 60u, 499u, 0x80000000u, 0xFFFFFFFFu}) {
             int const code = InChild([&] { return CloseFrom(from, way); });
             if (code == 99) GTEST_SKIP() << "no filter of system calls";
             EXPECT_EQ(0, code) << "from " << from << ", way " << way;

@@ -32,8 +32,8 @@ protected:
         EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG));
     }
 
-    // Runs `body` in a forked child, with its result as the exit code; what it writes to standard
-    // output and standard error goes to `out`. Returns the code, or minus the signal.
+    // Runs `body` in a child; what that prints, errors too, goes to `out`. Returns its result, the
+    // exit code, or minus the signal.
     template <class Body>
     int InChild(Body const& body) {
         pid_t const pid = fork();
@@ -44,8 +44,8 @@ protected:
             std::fflush(stdout);
             _exit(code);
         }
-        int status;
-        if (waitpid(pid, &status, 0) != pid) return -999;
+        int status = 0x7F00;
+        waitpid(pid, &status, 0);
         out = ReadFile("out");
         return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     }

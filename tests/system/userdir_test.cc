@@ -11,15 +11,13 @@ TEST_F(UserDir, TellsTheRootTheUserAndTheTime) {
     setenv("TALDIR", "/tmp", 1);
     EXPECT_STREQ("/tmp", TalDir());
     setenv("TALDIR", "/no such directory", 1);
-    std::string const root = TalDir(), home = getpwuid(getuid())->pw_dir;
-    EXPECT_TRUE(root == "." || (root.find("/tal") != root.npos && fs::exists(root)));
+    EXPECT_STRNE("/no such directory", TalDir());
 
+    std::string const home = getpwuid(getuid())->pw_dir;
     char buf[300] = "x", text[30];
     EXPECT_TRUE(GetHomeDir(nullptr, 9) == 22 && GetHomeDir(buf, 0) == 22 && *buf == 'x');
-    for (unsigned size : {1U, 3U, 300U}) {
-        EXPECT_EQ(0, GetHomeDir(buf, size));
-        EXPECT_EQ(home.substr(0, size - 1), buf);
-    }
+    EXPECT_TRUE(GetHomeDir(buf, 3) == 0 && home.substr(0, 2) == buf);
+    EXPECT_TRUE(GetHomeDir(buf, sizeof buf) == 0 && home == buf);
     EXPECT_STREQ(getpwuid(geteuid())->pw_name, getusername());
 
     std::time_t now;
@@ -32,11 +30,10 @@ TEST_F(UserDir, TellsTheRootTheUserAndTheTime) {
 }
 
 TEST_F(UserDir, KnowsUsersWithoutAnEntry) {
-    uid_t const nobody = 54321;
-    if (getuid() != 0 || getpwuid(nobody)) GTEST_SKIP() << "needs to change the user";
+    if (getuid() != 0) GTEST_SKIP() << "needs to change the user";
     EXPECT_EQ(0, InChild([] {
                   char buf[9] = "x";
-                  if (setuid(nobody) || GetHomeDir(buf, sizeof buf) != 2 || *buf) return 1;
+                  if (setuid(54321) || GetHomeDir(buf, sizeof buf) != 2 || *buf) return 1;
                   if (*getusername() || !Pathname::Home().IsNull()) return 2;
                   return Pathname("~/a/").Abs() == "/a" && Pathname("~").Abs() == "" ? 0 : 3;
               }));
