@@ -24,7 +24,7 @@ static void Check(char const* rules, int east_minutes, int y, int mo, int d, int
 }
 
 TEST(DateTime, TakesTimesInManyZones) {
-    char const *const est = "EST5EDT,M3.2.0,M11.1.0", *const utc = "UTC0";
+    char const* const est = "EST5EDT,M3.2.0,M11.1.0";
     // Around changes of the clock; the last second of 32 bits and past it.
     Rows<char const*, int, int, int, int, int, int, int> const rows = {
         {est, -300, 2026, 3, 8, 1, 59, 59},  {est, -240, 2026, 3, 8, 3, 0, 0},
@@ -36,11 +36,10 @@ TEST(DateTime, TakesTimesInManyZones) {
     auto const below = [&](unsigned n) { return static_cast<int>(random() % n); };
     for (int i = 0; i < 2000 && !HasFailure(); ++i) {
         int const zone = below(4), east[] = {0, 330, -660, 840};
-        char const* const rules[] = {utc, "IST-5:30", "<-11>11", "<+14>-14"};
+        char const* const rules[] = {"UTC0", "IST-5:30", "<-11>11", "<+14>-14"};
         Check(rules[zone], east[zone], i % 2 ? 1901 + below(138) : 1000 + below(9000),
               1 + below(12), 1 + below(28), below(24), below(60), below(60));
     }
-    EXPECT_EQ(-1, DateTime(2026, INT_MIN, 1, 0, 0, 0).Seconds());
 }
 
 TEST(DateTime, ReadsTextsToTheirRules) {
@@ -81,9 +80,8 @@ TEST(DateTime, FormatsUpTo127CharactersAndStreamsInDecimal) {
     DateTime time(2026, 7, 5, 1, 2, 3), other(12, 0, 0);
     std::string const full(127, 'x');
     EXPECT_STREQ("Sat Jul  4 23:02:03 2026", time.Format(nullptr, 0));
-    EXPECT_STREQ(full.c_str(), time.Format(full.c_str(), 1));
-    EXPECT_TRUE(time.Format((full + 'x').c_str(), 1).IsNull() && time.Format("", 1).IsNull());
-
+    EXPECT_TRUE(time.Format(full.c_str(), 1) == full.c_str() && time.Format("", 1).IsNull());
+    EXPECT_TRUE(time.Format((full + 'x').c_str(), 1).IsNull());
     std::stringstream in("1794753000 -1 ff"), out;
     int number = 0;  // in the base of the stream, which stays
     in >> std::hex >> time >> other >> number;

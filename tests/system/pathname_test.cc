@@ -36,15 +36,13 @@ TEST(Pathname, IsCutIntoPiecesAndTakesExtensionsAndNames) {
 
 TEST(Pathname, SharesItsTextUntilItChanges) {
     char const* const rows[][2] = {
-        {"C:\\D\\F", "/c:/d/f c:/d/f C:\\D\\F"}, {"d:", "/d:/ d: d:"}, {"\\C:", "/c: /c: \\C:"}};
+        {"C:\\D\\F", "/c:/d/f c:/d/f"}, {"d:", "/d:/ d:"}, {"\\C:", "/c: /c:"}};
     for (auto const& [name, want] : rows) {
         P path(name), copy(path);
-        String_t const piece = path.Base();
-        EXPECT_EQ(want, Show(path.Transform(), copy, piece));
+        EXPECT_EQ(want, Show(path.Transform(), copy));
     }
     P const path("a/x.o");
-    P copy;
-    copy = static_cast<String_t const&>(path);
+    P copy(path);
     for (P const& p : {copy.ChExt(".o"), copy.ChExtOpt(".c"), copy.Append(nullptr)})
         EXPECT_EQ(path.Get(), p.Get());
     copy.Append(copy).ChExt(copy.Get() + 8);
@@ -59,11 +57,9 @@ static std::string Collapsed(std::string const& text) {
 }
 
 TEST(Pathname, CollapsesLikeTheModel) {
-    char const* const parts[] = {"/", "/", "a/", "bc", ".", "..", "/./", "/../", "component"};
     std::mt19937 random(1);
-    for (int i = 0; i < 20000; ++i) {
-        std::string text;
-        for (auto n = random() % 14; n > 0; --n) text += parts[random() % 9];
+    for (int i = 0; i < 50000; ++i) {
+        std::string const text = RandomText(random, 30, i % 2 ? "//..ab" : "/./.bcdefghijk");
         P const source(text.c_str());
         ASSERT_EQ(Collapsed(text), Show(P(source).Collapse())) << text;
         ASSERT_EQ(text, Show(source)) << "a copy changed";
@@ -101,16 +97,13 @@ TEST_F(PathnameFiles, MakeAndFindDirectories) {
     std::string const absolute = folder.Path() / "e/f";
     for (char const* name : {"a/b//c/../d/", "a/b/d", ".", "x/..", absolute.c_str(), "file"})
         EXPECT_EQ(0, P::Mkdir(P(name), 0700)) << name;
-    EXPECT_EQ(-EINVAL, P::Mkdir(P(), 0700));
-    EXPECT_EQ(-ENOTDIR, P::Mkdir(P("file/x/y"), 0700));
+    EXPECT_TRUE(P::Mkdir(P(), 0700) == -EINVAL && P::Mkdir(P("file/x/y"), 0700) == -ENOTDIR);
     for (auto const& [name, want] : {std::pair("g/h/file", 0), {"/x", -EINVAL}, {"x", 0}})
         EXPECT_EQ(want, P::MkLeadingDirs(P(name), 0700)) << name;
     EXPECT_EQ(0700u, unsigned(fs::status("a/b/d").permissions()));
     EXPECT_TRUE(fs::is_empty("g/h") && !fs::exists("a/b/c") && !fs::exists("x"));
-
     TOList<String_t> found;
     found.Append("old");
-    EXPECT_EQ(3, P::Glob(P("[a-g]"), GLOB_MARK, found));
+    EXPECT_TRUE(P::Glob(P("[a-g]"), GLOB_MARK, found) == 3 && Concat(found, ' ') == "old a/ e/ g/");
     EXPECT_EQ(-GLOB_NOMATCH, P::Glob(P(), 0, found));
-    EXPECT_EQ("old a/ e/ g/", Concat(found, ' '));
 }

@@ -8,8 +8,7 @@
 #include "tests/system/processes.h"
 
 using P = Process;
-using ProcessStart = ProcessTest;
-using ProcessWait = ProcessTest;
+using Processes = ProcessTest;
 using ProcessThreads = ProcessTest;
 
 static TVarr<String_t> Array(std::vector<char const*> const& texts) {
@@ -22,7 +21,7 @@ static int Wait(Process child) { return child.WaitFor(); }
 
 static int Shell(char const* command) { return Wait(P::Execute("sh", "-c", command)); }
 
-TEST_F(ProcessStart, EveryFormPassesItsArguments) {
+TEST_F(Processes, EveryFormPassesItsArguments) {
     auto strings = Array({"printf", "[%s]", "a", nullptr, "b"});
     auto paths = Array({"/usr/bin/env"}), env = Array({"A=1", "B=2"});
     char command[] = "printf [%s]  a\t\"b  c\"\t ";  // not const: still a command, not an Arg
@@ -43,18 +42,16 @@ TEST_F(ProcessStart, EveryFormPassesItsArguments) {
     close(not_for_programs);
 }
 
-TEST_F(ProcessStart, FailuresLeaveTheArrayWithItsEnd) {
-    char name[] = "/none";
+TEST_F(Processes, FailuresLeaveTheArrayWithItsEnd) {
     TVarr<char*> argv(1);
-    argv.App(name);
+    argv.App(const_cast<char*>("/none"));
     auto null = Array({nullptr, "x"}), env = Array({"A=1"});
     EXPECT_TRUE(Wait(P::Execute(null)) == EFAULT && P::Exec(null) == -1 && errno == EFAULT);
     // The child shares our memory: nothing of that shows.
     signal(SIGUSR2, [](int) {});
     errno = 77;
     Process child = P::Execute(argv);
-    EXPECT_EQ(77, errno);
-    EXPECT_EQ(ENOENT, child.WaitFor());
+    EXPECT_TRUE(errno == 77 && child.WaitFor() == ENOENT);
     sigset_t mask;
     sigprocmask(SIG_BLOCK, nullptr, &mask);
     EXPECT_TRUE(sigisemptyset(&mask) && signal(SIGUSR2, SIG_DFL) != SIG_DFL);
@@ -63,7 +60,7 @@ TEST_F(ProcessStart, FailuresLeaveTheArrayWithItsEnd) {
 }
 
 #ifndef __arm__  // the emulator keeps masks to itself
-TEST_F(ProcessStart, TheProgramInheritsMaskAndIgnoredSignalsNotHandlers) {
+TEST_F(Processes, TheProgramInheritsMaskAndIgnoredSignalsNotHandlers) {
     EXPECT_EQ(SIGUSR1, InChild([] {
                   signal(SIGUSR1, [](int) {});
                   signal(SIGUSR2, SIG_IGN);
@@ -73,7 +70,7 @@ TEST_F(ProcessStart, TheProgramInheritsMaskAndIgnoredSignalsNotHandlers) {
 }
 #endif
 
-TEST_F(ProcessWait, ReturnsHowTheChildEnded) {
+TEST_F(Processes, WaitReturnsHowTheChildEnded) {
     WriteFile("script", "exit 6");  // without an interpreter line: for the shell
     fs::permissions("script", fs::perms::owner_all);
     EXPECT_TRUE(Wait(P::Execute("./script")) == 6 && Wait(P::Execute("/tmp")) == EACCES);
@@ -87,7 +84,7 @@ TEST_F(ProcessWait, ReturnsHowTheChildEnded) {
     EXPECT_TRUE(init.WaitFor() == -1 && init.Pid() == 1 && init.Status() == 0) << "not ours";
 }
 
-TEST_F(ProcessWait, IsInterruptedByOtherSignalsOnly) {
+TEST_F(Processes, WaitIsInterruptedByOtherSignalsOnly) {
     EXPECT_EQ(0, InChild([] {
                   struct sigaction action = {};
                   action.sa_handler = [](int) {};  // and no SA_RESTART
@@ -99,6 +96,28 @@ TEST_F(ProcessWait, IsInterruptedByOtherSignalsOnly) {
                   signal(SIGALRM, SIG_IGN);
                   return child.Kill(SIGKILL) != 0 || child.WaitFor() != -SIGKILL ? 3 : 0;
               }));
+}
+
+TEST_F(Processes, KeepTheFirstZoneInTheirEnvironment) {
+    // c: ClearEnv, m: MinEnv, -: unset TZ, anything else: set TZ to that.
+    std::string const path = "PATH=/usr/bin:/bin ";
+    Rows<char const*, std::string> const rows = {
+        {"c", "OLD= "}, {"AcBc", "TZ=A "}, {"mAmBm", path + "TZ=A "}, {"Am-m", path}};
+    for (auto const& [steps, want] : rows) {
+        InChild([steps = steps] {
+            clearenv();
+            setenv("OLD", "", 1);
+            for (char const step : std::string(steps)) {
+                if (step == 'c') Process::ClearEnv();
+                if (step == 'm') Process::MinEnv();
+                if (step == '-') unsetenv("TZ");
+                if (step < 'c' && step != '-') setenv("TZ", std::string(1, step).c_str(), 1);
+            }
+            for (char** entry = environ; *entry; ++entry) std::printf("%s ", *entry);
+            return 0;
+        });
+        EXPECT_EQ(want, out) << steps;
+    }
 }
 
 TEST_F(ProcessThreads, StartProgramsAtOnce) {

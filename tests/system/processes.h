@@ -38,8 +38,7 @@ protected:
     int InChild(Body const& body) {
         pid_t const pid = fork();
         if (pid == 0) {
-            if (!std::freopen("out", "w", stdout)) _exit(99);
-            dup2(1, 2);
+            if (!std::freopen("out", "w", stdout) || dup2(1, 2) != 2) _exit(99);
             int const code = body();
             std::fflush(stdout);
             _exit(code);
@@ -52,8 +51,6 @@ protected:
 
     FreshFolder const folder;
     std::string out;
-
-private:
     std::set<std::string> const before = OpenDescriptors();
 };
 

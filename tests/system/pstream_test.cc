@@ -30,8 +30,7 @@ TEST_F(PipeStream, WritesTheInputAndWaits) {
     EXPECT_EQ(1, InChild([] {
                   close(0);  // the read end becomes 0, and is closed as such
                   opstream to("cat");
-                  to.close();
-                  return to.fail();
+                  return to.close(), to.fail();
               }));
 }
 

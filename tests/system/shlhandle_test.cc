@@ -7,13 +7,11 @@
 using Shl = ProcessTest;
 
 TEST_F(Shl, SearchesTheFoldersInOrder) {
-    for (char const* copy : {"b/probe.so", "c/probe.so", "c/libm.so.6"}) {
-        fs::create_directory(std::string(copy, 1));
+    for (char const* copy : {"b", "c"}) fs::create_directory(copy);
+    for (char const* copy : {"b/probe.so", "c/probe.so", "c/libm.so.6"})
         fs::copy_file(SHL_PROBE, copy);
-    }
     std::string const path = "./a:,./b,./c", root = folder.Path();
     std::string const rows[][3] = {{"probe.so", path, "./b/probe.so"},
-                                   {"./c/probe.so", path, "./c/probe.so"},
                                    {root.substr(1) + "/b/probe.so", "/", root + "/b/probe.so"},
                                    {"probe.so", ":,", ""}};
     for (auto const& [name, folders, found] : rows) {
@@ -41,7 +39,6 @@ TEST_F(Shl, HasOneOwnerAndLoadForgetsWhatWasLoaded) {
     watch();
     EXPECT_TRUE(ShlHandle(std::move(first)).IsLoaded());
     EXPECT_EQ(2, ended);  // by the destructor
-
     shl_t again = shl_load("./probe.so", -1);
     void* missing = &again;
     EXPECT_TRUE(shl_findsym(&again, "missing", 7, &missing) == 0 && !missing);
