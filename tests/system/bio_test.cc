@@ -14,17 +14,11 @@ TEST_F(Bio, OpensCreatesReadsAndRewrites) {
     EXPECT_STREQ("abcd......", data);
     EXPECT_TRUE(bio_eof(file) == 1 && bio_close(file) == 0);
     file = bio_open("file", 1000);
-    EXPECT_EQ(1, bio_get(file, data, 1));
-    EXPECT_EQ(0, bio_rewrite(file));
+    EXPECT_TRUE(bio_get(file, data, 1) == 1 && bio_rewrite(file) == 0);
     bio_put(file, "xy", 2);
     EXPECT_TRUE(bio_close(file) == 0 && ReadFile("file") == "xy" && !bio_open("file", -1));
-
     FILE *const from = bio_popen("echo abc; exit 3", 0), *const to = bio_popen("grep -q abc", 1);
     EXPECT_TRUE(bio_get(from, data, 10) == 4 && WEXITSTATUS(bio_pclose(from)) == 3);
     bio_put(to, "abc\n", 4);
     EXPECT_EQ(0, bio_pclose(to));
-}
-
-TEST(BioDeathTest, ACommandIsReadOrWritten) {
-    EXPECT_DEATH(bio_popen("true", 2), R"(system/bio\.cc:[0-9]+:.*0 <= flag && flag < 2)");
 }

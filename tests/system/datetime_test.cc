@@ -31,7 +31,6 @@ TEST(DateTime, TakesTimesInManyZones) {
         {est, -240, 2026, 11, 1, 0, 59, 59}, {est, -300, 2026, 11, 1, 2, 0, 0},
         {est, -300, 2038, 1, 18, 22, 14, 7}, {est, -300, 2038, 1, 18, 22, 14, 8}};
     for (auto const& row : rows) std::apply(Check, row);
-
     std::mt19937 random(35);
     auto const below = [&](unsigned n) { return static_cast<int>(random() % n); };
     for (int i = 0; i < 2000 && !HasFailure(); ++i) {

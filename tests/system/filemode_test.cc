@@ -9,9 +9,9 @@ TEST(FileMode, AsksForOwnerThenGroupThenOthers) {
     gid_t const mine = getgid(), foreign = mine + 12345;
     // Allowed: a digit each for reading, writing, executing.
     Rows<uid_t, gid_t, unsigned, int> const rows = {
-        {me, mine, 0421, 111},    {me, mine, 0142, 111},  {me, mine, 0214, 111},
-        {me, mine, 0, 0},         {me, foreign, 0070, 0}, {other, foreign, 0773, 11},
-        {other, mine, 0750, 101}, {other, mine, 0702, 10}};
+        {me, mine, 0421, 111},  {me, mine, 0142, 111},      {me, mine, 0214, 111},
+        {me, foreign, 0070, 0}, {other, foreign, 0773, 11}, {other, mine, 0750, 101},
+        {other, mine, 0702, 10}};
     for (auto const& [owner, group, mode, allowed] : rows) {
         int const fd = file.Fd();
         if (fchown(fd, owner, group) != 0) continue;  // for the superuser only

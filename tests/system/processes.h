@@ -32,8 +32,7 @@ protected:
         EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG));
     }
 
-    // Runs `body` in a child; what that prints, errors too, goes to `out`. Returns its result, the
-    // exit code, or minus the signal.
+    // What `body` returns, run in a child that writes `out`, or minus the signal that ended it.
     template <class Body>
     int InChild(Body const& body) {
         pid_t const pid = fork();

@@ -6,14 +6,15 @@ using PipeStream = ProcessTest;
 
 TEST_F(PipeStream, ReadsTheOutputAndReportsTheEnd) {
     int const not_for_commands = dup(0);
-    for (auto const& [command, want, fails] : {std::tuple("echo  'a\tb' ", "'a b'\n", false),
-                                               {"ls /proc/self/fd", "0\n1\n2\n3\n", false},
-                                               {"no-such-program", "", true},
-                                               {" \t", "", true}}) {
+    std::pair<char const*, char const*> const rows[] = {{"echo  'a\tb' ", "'a b'\n"},
+                                                        {"ls /proc/self/fd", "0\n1\n2\n3\n"},
+                                                        {"none", ""},
+                                                        {" ", ""}};
+    for (auto const& [command, want] : rows) {
         ipstream in(command);
         std::string const text(std::istreambuf_iterator<char>(in), {});
         in.close();
-        EXPECT_TRUE(text == want && in.fail() == fails) << command;
+        EXPECT_TRUE(text == want && in.fail() == text.empty()) << command;
     }
     close(not_for_commands);
 }

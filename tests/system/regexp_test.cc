@@ -3,13 +3,12 @@
 #include "tests/support/test.h"
 
 TEST(Regexp, FindsAndKeepsTheLastError) {
-    Regexp pattern("b+", REG_EXTENDED), bad("a["), none(nullptr);
+    Regexp pattern("b+", REG_EXTENDED), bad("a[");
     regmatch_t at{-1, -1};
     EXPECT_TRUE(pattern.Match("abbc", &at) == 0 && at.rm_so == 1 && at.rm_eo == 3);
     String_t const success = pattern.ErrorString();
-    EXPECT_EQ(REG_NOMATCH, pattern.Match(nullptr));
-    EXPECT_NE(success, pattern.ErrorString());
-    EXPECT_EQ(0, none.Match("b"));
+    EXPECT_TRUE(pattern.Match(nullptr) == REG_NOMATCH && pattern.ErrorString() != success);
     EXPECT_EQ(REG_NOMATCH, Regexp("^b").Match("b", nullptr, REG_NOTBOL));
-    EXPECT_TRUE(bad.Error() != 0 && bad.Match("a[") == bad.Error());
+    EXPECT_TRUE(Regexp(nullptr).Match("b") == 0 && bad.Error() != 0 &&
+                bad.Match("a[") == bad.Error());
 }
