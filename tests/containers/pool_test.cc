@@ -1,6 +1,7 @@
 #include "containers/pool.h"
 
 #include <malloc.h>
+#include <pthread.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -76,6 +77,9 @@ struct EarlyAndLate {
     Elements elements;
 } early_and_late;
 Pool late;
+
+Pool* key_pool;
+void FreeInKeyDestructor(void* element) { key_pool->Free(element); }
 
 }  // namespace
 
@@ -185,7 +189,19 @@ TEST(PoolThreads, WhatAThreadFreedIsThereWhenItHasEnded) {
         Give(pool, {elements.begin() + 90, elements.end()});
     }).join();
     Give(pool, {elements.begin(), elements.begin() + 90});
-    EXPECT_TRUE(AreFreeAgain(pool, ChunkFrom(elements[0])));
+    elements = ChunkFrom(elements[0]);
+    EXPECT_TRUE(AreFreeAgain(pool, elements));
+
+    pthread_key_t key;  // made after the library's, so its destructor runs later
+    ASSERT_EQ(0, pthread_key_create(&key, FreeInKeyDestructor));
+    key_pool = &pool;
+    std::thread([&] {
+        Elements own = Take(pool);
+        pthread_setspecific(key, own.back());
+        Give(pool, {own.begin(), own.end() - 1});
+    }).join();
+    pthread_key_delete(key);
+    EXPECT_TRUE(AreFreeAgain(pool, elements)) << "freed by a key's destructor";
 }
 
 TEST(PoolThreads, PoolsMayEndBeforeTheThreadsThatUsedThem) {
