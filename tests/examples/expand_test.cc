@@ -27,13 +27,10 @@ TEST_F(Expand, RefusesWhatItCannotUse) {
     WriteFile("good", "$a\n");
     WriteFile("zero", "a\n\0b\n$a c"s);
     fs::create_directory("dir");
-    char const* const rows[][2] = {
-        {"-D a good", "expand: not NAME=VALUE: a\n1"},
-        {"good zero", "expand: more than one file: zero\n1"},
-        {"dir", "expand: cannot read dir: Is a directory\n1"},
-        {"-D a=1 zero", "a\n1 czero:2: zero byte in the line\n1"},
-        {"-- -D", "expand: cannot read -D: No such file or directory\n1"},
-        {"good >/dev/full", "expand: cannot write standard output\n1"}};
+    char const* const rows[][2] = {{"good zero", "expand: more than one file: zero\n1"},
+                                   {"dir", "expand: cannot read dir: Is a directory\n1"},
+                                   {"-D a=1 zero", "a\n1 czero:2: zero byte in the line\n1"},
+                                   {"good >/dev/full", "expand: cannot write standard output\n1"}};
     for (auto const& [arguments, want] : rows) EXPECT_EQ(want, Answer(arguments)) << arguments;
 }
 

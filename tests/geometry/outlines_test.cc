@@ -87,11 +87,9 @@ TEST(GuSnapOrtho, MovesThePointAndItsReference) {
 }
 
 TEST(GuDeleteMultiplePoints, KeepsTheFirstOfEachRun) {
-    Points p = PointsOf("1 1, 1 1, 2 2, 2 2, 1 1");
-    p.resize(static_cast<std::size_t>(gu_delete_multiple_points(5, p.data(), p.data())));
-    EXPECT_EQ(PointsOf("1 1, 2 2, 1 1"), p);
-    EXPECT_EQ(1, gu_delete_multiple_pointsi(-3, &p[1], &p[0]));
-    EXPECT_EQ(p[1], p[0]);
+    Points p = PointsOf("1 1, 1 1, 2 2, 2 2, 1 1"), want = PointsOf("1 1, 2 2, 1 1, 2 2, 1 1");
+    EXPECT_EQ(3, gu_delete_multiple_points(5, p.data(), p.data()));
+    EXPECT_EQ(want, p);
 }
 
 TEST(GuDeleteRedundantPoints, KeepsTheCorners) {
@@ -167,12 +165,6 @@ TEST(GuSizing, EndsOfTheRange) {
     EXPECT_EQ(PointsOf("-1 -1, -1 11, 2147483647 11, 2147483647 -1"), cut);
     Size(gu_size_ortho_polygoni, wrapped, 1);
     EXPECT_EQ(PointsOf("-1 -1, -1 11, -2147483648 11, -2147483648 -1"), wrapped);
-
-    Points comb = {{0, 0}};  // clockwise, 40002 points, negative in 16 bits: it shrinks
-    for (int i = 0; i < 40000; ++i) comb.push_back({(i + 1) / 2, 10 + i / 2 % 2});
-    comb.push_back({20000, 0});
-    EXPECT_EQ(40002, Size(gu_size_ortho_polygoni, comb, 1));
-    EXPECT_EQ((gu_point_t{1, 1}), comb[0]);
 }
 
 TEST(GuIntersection, RoundsAndWraps) {

@@ -28,7 +28,6 @@ Drawing PlotMarker(float x, float y) {
     return drawing;
 }
 
-// All points, whatever their strokes.
 Polyline Flat(Drawing const& drawing) {
     Polyline points;
     for (auto const& stroke : drawing) points.insert(points.end(), stroke.begin(), stroke.end());
@@ -108,7 +107,6 @@ TEST(Stroke, NothingToDrawOrNowhereToDrawItIsHarmless) {
     stroke_plot_string(nullptr, 3, Keep, &drawing, 0, 0);
     EXPECT_TRUE(drawing.empty());
     stroke_plot_string("A", 1, nullptr, nullptr, 0, 0);
-    stroke_plot_marker(nullptr, nullptr, 0, 0);
     stroke_inq_textstring_extent("A", 1, nullptr, 0, 0);
 
     stroke_set_text_attributes(0, 0.0F, -0.0F, 1.0F, 1.0F, 0.0F);  // no direction
