@@ -31,13 +31,17 @@ int ConnectError(Client&& client) {
 
 TEST_F(ClientSocket, HandsOverConnectionsAndCanConnectAgain) {
     FreshFolder const folder;
-    ServerSocketIn four(0, OwnHost());
+    ServerSocketIn four(0, OwnHost()), six(0, "::1");
     ServerSocketUn local("./sock"), longer(std::string(150, 'p').c_str());
     ASSERT_TRUE(four.Listen(0) >= 0 && local.Listen(0) >= 0 && longer.Listen(0) >= 0);
     EXPECT_TRUE(ConnectError(ClientSocketIn(four.RefString())) == 0 &&
                 ConnectError(ClientSocketIn("./sock")) == 0 &&
                 ConnectError(ClientSocketUn("./sock")) == 0 &&
                 ConnectError(ClientSocketUn(std::string(107, 'p').c_str())) == 0);
+    SockIO::SockAddr name;
+    bool const has_six = six.Listen(0) >= 0 && six.GetSocketName(name) == 0;
+    EXPECT_EQ(0, has_six ? ConnectError(ClientSocketIn(name.Port(), "::1"))
+                         : errno - EADDRNOTAVAIL);  // not every machine has IPv6
 }
 
 TEST_F(ClientSocket, ReportsEachFailureAndClosesTheDescriptor) {

@@ -7,6 +7,7 @@
 #include <system/pstream.h>
 
 #include <signal.h>
+#include <sys/socket.h>
 
 #include <fstream>
 #include <functional>
@@ -103,7 +104,7 @@ protected:
         String_t const place = server.RefString();
         TVarr<String_t> argv(8, VARR_DOUBLE);
         for (char const* const word : {"python3", PEER_SCRIPT, command, place.Get(), seed})
-            argv.App(word);
+            if (word) argv.App(word);
         argv.App(std::to_string(kMessages).c_str());
         peer = Process::Execute(argv);
         ASSERT_LT(0, peer.Pid());
@@ -153,6 +154,28 @@ TEST_F(PeerScript, DamagesTheLastValueOfMessages) {
             EXPECT_TRUE(text == told.c_str() || letter == types.View().end()) << i << types;
         }
         EXPECT_EQ(status, in.Status()) << i << types;
+    }
+    EXPECT_EQ(0, peer.WaitFor());
+}
+
+TEST_F(PeerScript, JudgesCutMessages) {
+    Start("judge", nullptr);
+    for (int i = 0; i < kMessages; ++i) {
+        OStrBinStream memory(1);
+        TOList<String_t> texts;
+        for (std::string const& text : {Told(i), Told(0.5), Summary("net"), Told(texts)})
+            texts.Append(text.c_str());
+        memory << String_t("idsS") << i << 0.5 << String_t("net") << TOList<String_t>() << texts;
+        char const* const bytes = memory.Str();
+        int const whole = static_cast<int>(memory.Len()), length = i % (whole + 1);
+        UniqueFd const connection = Accept();
+        ASSERT_TRUE(connection) << errno;
+        IOSockStream io(connection.Get());
+        io.Write(bytes, length) << endm;
+        shutdown(connection.Get(), SHUT_WR);
+        String_t verdict;
+        io >> verdict;
+        EXPECT_TRUE((verdict == "good") == (length == whole) && verdict.Len() > 3) << verdict;
     }
     EXPECT_EQ(0, peer.WaitFor());
 }
