@@ -87,7 +87,7 @@ struct Single : List {
     }
 };
 
-template <class List, class Iterator, auto find>
+template <class List, class Iterator>
 struct Double : List {
     using Element = decltype(List()[0]);
     using Place = Iterator;
@@ -96,7 +96,12 @@ struct Double : List {
     char TakeFirst() { return Drop(this->RemoveFirst()); }
     char TakeLast() { return Drop(this->RemoveLast()); }
     char Take(char c) { return Drop(this->Remove(Differ, &c)); }
-    char const* Find(char c) { return PlaceOf((this->*find)(Differ, &c)); }
+    char const* Find(char c) {
+        if constexpr (std::is_same_v<List, DPList>)
+            return PlaceOf(this->FindL(Differ, &c));
+        else
+            return PlaceOf(List::Find(Differ, &c));
+    }
     int TakeUpToG() { return this->Loop(VisitUpToG<Double>, this); }
     int TakeAll(char const* key) {
         int calls = 0;
@@ -104,8 +109,8 @@ struct Double : List {
     }
 };
 
-using PointerDouble = Double<DPList, DPListIterator, &DPList::FindL>;
-using LinkDouble = Double<DList, DListIterator, &DList::Find>;
+using PointerDouble = Double<DPList, DPListIterator>;
+using LinkDouble = Double<DList, DListIterator>;
 
 template <class List>
 List MakeList(std::string const& values) {
