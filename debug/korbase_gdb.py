@@ -61,35 +61,60 @@ class Array(Container):
             yield self.value["arr"][i]
 
 
+# Links and tree nodes are read by their layout: a program has the types of their bases only if the
+# library was compiled with debug information. Each begins with a pointer to its virtual functions.
+def word():
+    """The size of a pointer of the program."""
+    return gdb.lookup_type("char").pointer().sizeof
+
+
+def pointer(address, index):
+    """The pointer number `index` of the object there, as an address."""
+    type = gdb.lookup_type("char").pointer().pointer()
+    return int(gdb.Value(address + index * word()).cast(type).dereference())
+
+
+def member(address, type):
+    """A member of this type at the next address that suits it; its value and the address behind it."""
+    address += -address % type.alignof
+    return gdb.Value(address).cast(type.pointer()).dereference(), address + type.sizeof
+
+
 class List(Container):
-    """TOList: a ring that its last link stands for."""
+    """TOList: a ring that its last link stands for; a link has its successor and its value."""
 
     def elements(self):
-        link_type = gdb.lookup_type(f"TOLink<{self.value.type.strip_typedefs().template_argument(0)}>")
-        last = self.value["last"]
+        value_type = self.value.type.strip_typedefs().template_argument(0)
+        last = int(self.value["last"])
         link = last
         while link:
-            link = link["next"]
-            yield link.cast(link_type.pointer())["value"]
+            link = pointer(link, 1)
+            yield member(link + 2 * word(), value_type)[0]
             if link == last:
                 return
 
 
 class Map(Container):
-    """TMap: its entries in order, as key and value."""
+    """TMap: its entries in order, as key and value; a node has its parent, left and right child, an
+    int, key and value."""
 
     def elements(self):
-        node_type = self.value["root"].type
-        node = self.value["root"]
+        type = self.value.type.strip_typedefs()
+        key_type, value_type = type.template_argument(0), type.template_argument(1)
+        entry_alignment = max(key_type.alignof, value_type.alignof)
+        node = int(self.value["root"])
         ancestors = []
         while node or ancestors:
             while node:
                 ancestors.append(node)
-                node = node["left"].cast(node_type)
+                node = pointer(node, 2)
             node = ancestors.pop()
-            yield node["key"]
-            yield node["value"]
-            node = node["right"].cast(node_type)
+            entry = node + 4 * word() + 4
+            entry += -entry % entry_alignment
+            key, behind = member(entry, key_type)
+            yield key
+            yield member(behind, value_type)[0]
+            node = pointer(node, 3)
 
     def to_string(self):
         return f"{self.value.type.strip_typedefs().unqualified()} of {sum(1 for _ in self.elements()) // 2}"
