@@ -30,12 +30,8 @@ public:
 
     // Finds <it>.
     bool Find(char c = '\'', char d = ';');
-
-private:
-    unsigned size;  // in bytes
 };
 extern "C" {
-
 // Compares. Kept: `b` first.
 KORBASE_API int thing_cmp(char const* a, char const* b);
 KORBASE_API unsigned thing_len(char const* a);
@@ -47,25 +43,19 @@ KORBASE_API int bare(void (*f)(int), int n);
 #endif
 """
 
-
-def main():
-    with tempfile.TemporaryDirectory() as folder:
-        (pathlib.Path(folder) / "thing.h").write_text(HEADER, encoding="utf-8")
-        header = headers.read(folder, "thing.h")
-        filtered = "\n".join(doxygen_filter.filtered(folder, "thing.h"))
-    found = [(" ".join(group.comment), [headers.function_name(d.text) for d in group.declarations])
-             for group in headers.groups(header)]
-    assert found == [("As long as `n`.", ["Thing"]), ("Trims it.", ["Trim", "TrimLeft"]),
-                     ("Applies to what follows.  Finds <it>.", ["Find"]),
-                     ("Compares. Kept: `b` first.", ["thing_cmp", "thing_len"])], found
-    assert man_pages.plain_functions(header) == ["thing_cmp", "thing_len", "bare"]
-    for text in ("@file thing.h", "@verbatim\n     a shape\n @endverbatim", "/**< nothing, yet */", "\\<it\\>",
-                 "<b>Kept:</b> `b` first", "/**< in bytes */"):
-        assert text in filtered, f"{text!r} is not in\n{filtered}"
-    assert filtered.count("Trims it.") == 2 and filtered.count("what the header is about") == 2, filtered
-    assert "not for readers" in filtered and "/** not" not in filtered
-    _, page = man_pages.page(header, headers.groups(header)[-1], {"thing_cmp", "thing_len", "bare"})
-    assert ".BR bare (3)" in page and "\\fIb\\fP first" in page and ".B #include <thing.h>" in page, page
-
-
-main()
+with tempfile.TemporaryDirectory() as folder:
+    (pathlib.Path(folder) / "thing.h").write_text(HEADER, encoding="utf-8")
+    header = headers.read(folder, "thing.h")
+    filtered = "\n".join(doxygen_filter.filtered(folder, "thing.h"))
+found = [(" ".join(group.comment), [headers.function_name(d.text) for d in group.declarations])
+         for group in headers.groups(header)]
+assert found == [("As long as `n`.", ["Thing"]), ("Trims it.", ["Trim", "TrimLeft"]),
+                 ("Applies to what follows.  Finds <it>.", ["Find"]),
+                 ("Compares. Kept: `b` first.", ["thing_cmp", "thing_len"])], found
+assert man_pages.plain_functions(header) == ["thing_cmp", "thing_len", "bare"]
+for text, times in {"@file thing.h": 1, "@verbatim\n     a shape\n @endverbatim": 2, "what the header is about": 2,
+                    "/**< nothing, yet */": 1, "\\<it\\>": 1, "<b>Kept:</b> `b` first": 2, "Trims it.": 2,
+                    "not for readers": 1, "/** not": 0}.items():
+    assert filtered.count(text) == times, f"{filtered.count(text)} times {text!r} in\n{filtered}"
+_, page = man_pages.page(header, headers.groups(header)[-1], {"thing_cmp", "thing_len", "bare"})
+assert ".BR bare (3)" in page and "\\fIb\\fP first" in page and ".B #include <thing.h>" in page, page

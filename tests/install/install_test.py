@@ -14,11 +14,6 @@ def files(prefix):
     return {str(path.relative_to(prefix)) for path in prefix.rglob("*") if not path.is_dir()}
 
 
-def headers():
-    include = ROOT / "include"
-    return {f"include/korbase/{name}" for name in files(include)}
-
-
 def manual():
     """The pages of the plain functions: of all names in the list of symbols that are neither C++ nor data."""
     symbols = (ROOT / "cmake/symbols.txt").read_text(encoding="utf-8").split("\n")
@@ -27,18 +22,13 @@ def manual():
 
 def main():
     static = sys.argv[1:] == ["--static"]
-    if not static and (len(sys.argv) != 3 or sys.argv[1] not in ("amd64", "armhf")):
-        sys.exit(__doc__)
+    architecture, build = ("amd64", ROOT / "build/static") if static else sys.argv[1:]
+    if static:
+        run("cmake", "-S", ROOT, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+            "-DKORBASE_SHARED=OFF", "-DKORBASE_WERROR=ON", "-DKORBASE_TESTS=OFF", "-DKORBASE_EXAMPLES=OFF")
+        run("cmake", "--build", build)
     with tempfile.TemporaryDirectory() as scratch:
-        scratch = pathlib.Path(scratch)
-        prefix = scratch / "prefix"
-        if static:
-            architecture, build = "amd64", ROOT / "build" / "static"
-            run("cmake", "-S", ROOT, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
-                "-DKORBASE_SHARED=OFF", "-DKORBASE_WERROR=ON", "-DKORBASE_TESTS=OFF", "-DKORBASE_EXAMPLES=OFF")
-            run("cmake", "--build", build)
-        else:
-            architecture, build = sys.argv[1:]
+        prefix = pathlib.Path(scratch) / "prefix"
 
         def install(component):
             before = files(prefix)
@@ -50,16 +40,16 @@ def main():
         expect("runtime", set() if static else {f"{lib}/libkorbase.so.1.4"}, runtime)
         package = {f"{lib}/cmake/korbase/korbase-{name}.cmake"
                    for name in ("config", "config-version", "targets", "targets-release")}
+        headers = {f"include/korbase/{name}" for name in files(ROOT / "include")}
         link = f"{lib}/libkorbase.a" if static else f"{lib}/libkorbase.so"
         printers = {name for name in development if name.endswith(f"/{lib}/libkorbase.so.1.4-gdb.py")}
         expect("files for gdb", 1, len(printers))
-        expect("development", headers() | manual() | package | printers |
-               {link, f"{lib}/pkgconfig/korbase.pc"}, development)
+        expect("development", headers | manual() | package | printers | {link, f"{lib}/pkgconfig/korbase.pc"},
+               development)
         expect("a component is missing", set(), install("Unspecified"))
 
-        moved = scratch / "moved"  # what was installed does not know where
-        prefix.rename(moved)
-        build_and_run(architecture, moved / lib, scratch / "outside", static)
+        moved = prefix.rename(prefix.with_name("moved"))  # what was installed does not know where
+        build_and_run(architecture, moved / lib, prefix.with_name("outside"), static)
 
 
 main()

@@ -8,7 +8,6 @@ import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parents[1]
-FOREIGN = HERE.parent / "foreign"
 TRIPLETS = {"amd64": "x86_64-linux-gnu", "armhf": "arm-linux-gnueabihf"}
 
 
@@ -26,42 +25,35 @@ def expect(what, want, got):
         sys.exit(f"{what}: expected {want!r}, found {got!r}")
 
 
-def first_program(folder):
-    """The first program of README.md in a file, and what the text below it says that it prints."""
-    text = (ROOT / "README.md").read_text()
-    code, behind = text.split("```cpp\n", 1)[1].split("```\n", 1)
-    source = folder / "first.cc"
-    source.write_text(code)
-    return source, behind.split("It prints `", 1)[1].split("`", 1)[0] + "\n"
-
-
 def build_and_run(architecture, library_folder, scratch, static=False):
-    """Builds all programs in the new folder `scratch` against the library installed in a folder, and runs them."""
+    """Builds programs in the new folder `scratch` against the library installed in a folder, and runs them: the
+    callers in other languages, and the first program of README.md, which says what it prints."""
     cross = architecture == "armhf"
-    tool = f"{TRIPLETS[architecture]}-" if cross else ""
     emulator = ("qemu-arm", "-L", "/usr/" + TRIPLETS[architecture]) if cross else ()
     scratch.mkdir(parents=True)
-    source, output = first_program(scratch)
+    code, behind = (ROOT / "README.md").read_text().split("```cpp\n", 1)[1].split("```\n", 1)
+    first = scratch / "first.cc"
+    first.write_text(code)
+    sources = {"g++": first, "gcc": HERE.parent / "foreign/c11_caller.c",
+               "gfortran": HERE.parent / "foreign/fortran_caller.f90"}
 
     def check(folder):
-        for program, want in (("first", output), ("c11_caller", ""), ("fortran_caller", "")):
-            expect(program, want, run(*emulator, folder / program, LD_LIBRARY_PATH=library_folder))
+        for source in sources.values():
+            want = behind.split("It prints `", 1)[1].split("`", 1)[0] + "\n" if source == first else ""
+            expect(source.name, want, run(*emulator, folder / source.stem, LD_LIBRARY_PATH=library_folder))
 
     toolchain = [f"-DCMAKE_TOOLCHAIN_FILE={ROOT}/cmake/{TRIPLETS[architecture]}.cmake"] if cross else []
     run("cmake", "-S", HERE / "outside", "-B", scratch / "cmake", "-G", "Ninja", *toolchain,
-        f"-Dkorbase_DIR={library_folder}/cmake/korbase", f"-DFOREIGN={FOREIGN}", f"-DFIRST_PROGRAM={source}")
+        f"-Dkorbase_DIR={library_folder}/cmake/korbase", f"-DSOURCES={';'.join(map(str, sources.values()))}")
     run("cmake", "--build", scratch / "cmake")
     check(scratch / "cmake")
 
-    folder = scratch / "pkg-config"
-    folder.mkdir()
     flags = run("pkg-config", "--cflags", "--libs", *(["--static"] if static else []), "korbase",
                 PKG_CONFIG_LIBDIR=library_folder / "pkgconfig").split()
-    for compiler, program in (("g++", source), ("gcc", FOREIGN / "c11_caller.c"),
-                              ("gfortran", FOREIGN / "fortran_caller.f90")):
-        standard = ["-std=c11"] if compiler == "gcc" else []
-        run(tool + compiler, *standard, program, "-o", folder / program.stem, *flags)
-    check(folder)
+    for compiler, source in sources.items():
+        run((f"{TRIPLETS[architecture]}-" if cross else "") + compiler, *(["-std=c11"] if compiler == "gcc" else []),
+            source, "-o", scratch / source.stem, *flags)
+    check(scratch)
 
     if not cross and not static:
         library = ctypes.CDLL(str(library_folder / "libkorbase.so.1.4"))
