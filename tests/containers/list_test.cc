@@ -53,71 +53,29 @@ char Drop(Element element) {
     return c;
 }
 
-template <class Data>
-int Differ(Data data, void const* key) {
-    return LetterOf(data) - LetterOf(key);
-}
-template <class Data>
-int CountCall(Data /*data*/, void* calls) {
-    return ++*static_cast<int*>(calls);
-}
-template <class List>
-int VisitUpToG(typename List::Element visited, void* list) {
-    return static_cast<List*>(list)->Take(LetterOf(visited)) == 'g' ? 7 : 0;
-}
+constexpr auto kDiffer = [](auto* data, void const* key) { return LetterOf(data) - LetterOf(key); };
+constexpr auto kCount = [](auto*, void* calls) { return ++*static_cast<int*>(calls); };
 
-// One interface for all four.
-template <class List>
-struct Single : List {
-    using Element = decltype(List()[0]);
-    void AddLast(char c) { this->append(Make<Element>(c)); }
-    void AddFirst(char c) { this->insert(Make<Element>(c)); }
-    char TakeFirst() { return Drop(this->removeTop()); }
-    char TakeLast() { return Drop(this->removeBottom()); }
-    char Take(char c) { return Drop(this->remove(Differ, &c)); }
-    char const* Find(char c) { return PlaceOf(this->find(Differ, &c)); }
-    int TakeUpToG() { return this->loop(VisitUpToG<Single>, this); }
-    int TakeAll(char const* key) {
-        if constexpr (std::is_same_v<List, slist_t>) {
-            int calls = 0;
-            return this->removeLoop(Differ, key, CountCall, &calls) == calls ? calls : -1;
-        } else {
-            return this->removeLoop(Differ, key);
-        }
-    }
-};
-
-template <class List, class Iterator>
+// The two-way lists with the names of the others.
+template <class List, class Iterator, class Data, auto kFind>
 struct Double : List {
     using Element = decltype(List()[0]);
     using Place = Iterator;
-    void AddLast(char c) { this->Append(Make<Element>(c)); }
-    void AddFirst(char c) { this->Insert(Make<Element>(c)); }
-    char TakeFirst() { return Drop(this->RemoveFirst()); }
-    char TakeLast() { return Drop(this->RemoveLast()); }
-    char Take(char c) { return Drop(this->Remove(Differ, &c)); }
-    char const* Find(char c) {
-        if constexpr (std::is_same_v<List, DPList>)
-            return PlaceOf(this->FindL(Differ, &c));
-        else
-            return PlaceOf(List::Find(Differ, &c));
-    }
-    int TakeUpToG() { return this->Loop(VisitUpToG<Double>, this); }
-    int TakeAll(char const* key) {
-        int calls = 0;
-        return this->RemoveLoop(Differ, key, CountCall, &calls) == calls ? calls : -1;
+    using Cmp = int (*)(Data, void const*);
+    using Visit = int (*)(Element, void*);
+    void append(Element e) { this->Append(e); }
+    void insert(Element e) { this->Insert(e); }
+    Element removeTop() { return this->RemoveFirst(); }
+    Element removeBottom() { return this->RemoveLast(); }
+    Element remove(Cmp cmp, void const* key) { return this->Remove(cmp, key); }
+    auto find(Cmp cmp, void const* key) const { return (this->*kFind)(cmp, key); }
+    int loop(Visit visit, void* arg) { return this->Loop(visit, arg); }
+    int removeLoop(Cmp cmp, void const* key, Visit release, void* arg) {
+        return this->RemoveLoop(cmp, key, release, arg);
     }
 };
-
-using PointerDouble = Double<DPList, DPListIterator>;
-using LinkDouble = Double<DList, DListIterator>;
-
-template <class List>
-List MakeList(std::string const& values) {
-    List list;
-    for (char const c : values) list.AddLast(c);
-    return list;
-}
+using PointerDouble = Double<DPList, DPListIterator, void const*, &DPList::FindL>;
+using LinkDouble = Double<DList, DListIterator, DLink const*, &DList::Find>;
 
 template <class List>
 std::string Text(List const& list) {
@@ -126,41 +84,106 @@ std::string Text(List const& list) {
     return joined;
 }
 
+// Adds and removes at random places; at the end both ways of adding keep to the end.
+template <class List>
+void EditAtPlaces(std::mt19937& random, List& list, std::string& model) {
+    typename List::Place it(list);
+    for (std::size_t edit = 0, at = 0; edit < 3; ++edit) {
+        if (edit == 1) it.Reset(), at = 0;
+        for (; at < model.size() && random() % 3; ++at)
+            ASSERT_EQ(model[at], LetterOf(edit ? it() : (it++).Succ()));
+        char const c = letters[random() % 8];
+        auto const add = Make<decltype(list[0])>;
+        bool const end = at == model.size();
+        switch (random() % (model.size() < 9 ? 3 : 1)) {
+            case 0:
+                ASSERT_EQ(model.c_str()[at], Drop(it.Remove()));
+                model.erase(at, 1);
+                break;
+            case 1: it.Insert(add(c)), model.insert(at++, 1, c); break;
+            case 2: it.Append(add(c)), model.insert(end ? at++ : at + 1, 1, c); break;
+        }
+        ASSERT_EQ(model.c_str()[at], LetterOf(it.Succ()));
+        ASSERT_EQ(at < model.size(), static_cast<void const*>(it) != nullptr);
+    }
+}
+
 template <class List>
 class ListModel : public testing::Test {};
-using Lists = testing::Types<Single<slist_t>, Single<olist_t>, PointerDouble, LinkDouble>;
+using Lists = testing::Types<slist_t, olist_t, PointerDouble, LinkDouble>;
 TYPED_TEST_SUITE(ListModel, Lists);
 
 TYPED_TEST(ListModel, RandomOperations) {
     std::mt19937 random(17);
     TypeParam list;
     std::string model;
+    auto const make = Make<decltype(list[0])>;
+    auto const take_up_to_g = [](auto* visited, void* all) {
+        char const c = LetterOf(visited);
+        return Drop(static_cast<TypeParam*>(all)->remove(kDiffer, &c)) == 'g' ? 7 : 0;
+    };
     for (int step = 0; step < 20000; ++step) {
         char const c = letters[random() % 8], first = model.c_str()[0];
-        char const* const key = list.Find(c);  // may lie in the list
+        char const* const place = PlaceOf(list.find(kDiffer, &c));
+        char const* const key = place ? place : &c;  // may lie in the list
         auto const found = std::min(model.find(c), model.size()), at_g = model.find('g');
-        int want = model.c_str()[found], got = LetterOf(static_cast<void const*>(key));
+        int want = model.c_str()[found], got = place ? *place : 0, calls = 0;
         ASSERT_EQ(want, got) << "step " << step;
-        switch (random() % 13) {
-            case 0: got = list.Take(c), model.erase(found, 1); break;
-            case 1: want = first, got = list.TakeFirst(), model.erase(0, 1); break;
+        switch (random() % 17) {
+            case 0: got = Drop(list.remove(kDiffer, &c)), model.erase(found, 1); break;
+            case 1: want = first, got = Drop(list.removeTop()), model.erase(0, 1); break;
             case 2:
-                want = at_g < model.size() ? 7 : 0, got = list.TakeUpToG(),
+                want = at_g < model.size() ? 7 : 0, got = list.loop(take_up_to_g, &list),
                 model.erase(0, std::max(at_g, at_g + 1));
                 break;
             case 3:
-                want = std::count(model.begin(), model.end(), c),
-                got = list.TakeAll(key ? key : &c),
+                want = calls = std::count(model.begin(), model.end(), c);
+                if constexpr (std::is_same_v<TypeParam, olist_t>)
+                    got = list.removeLoop(kDiffer, key);
+                else
+                    got = list.removeLoop(kDiffer, key, kCount, &(calls = 0));
+                ASSERT_EQ(want, calls) << "step " << step;
                 model.erase(std::remove(model.begin(), model.end(), c), model.end());
                 break;
-            case 4: list.AddFirst(c), model.insert(0, 1, c); break;
+            case 4: list.insert(make(c)), model.insert(0, 1, c); break;
             case 5:
                 if constexpr (std::is_same_v<TypeParam, LinkDouble>) break;
-                want = model.empty() ? 0 : model.back(), got = list.TakeLast();
+                want = model.empty() ? 0 : model.back(), got = Drop(list.removeBottom());
                 model.erase(model.size() - !model.empty());
                 break;
+            case 6:
+                if constexpr (!std::is_base_of_v<DPList, TypeParam> &&
+                              !std::is_base_of_v<DList, TypeParam>) {
+                    std::string const more(model.size() < 7 ? random() % 3 : 0, c);
+                    TypeParam other;
+                    for (char const each : more) other.append(make(each));
+                    step % 2 ? list.insert(other) : list.append(other);
+                    model.insert(step % 2 ? 0 : model.size(), more);
+                    list.insert(list), list.append(list);  // into itself: nothing
+                    ASSERT_EQ("", Text(other));
+                } else {
+                    EditAtPlaces(random, list, model);
+                }
+                break;
+            case 7:
+                if constexpr (std::is_copy_constructible_v<TypeParam>) {
+                    got = LetterOf(list.Replace(kDiffer, &c, &letters[25]));
+                    if (want) model[found] = 'z';
+                    TypeParam copy = list;
+                    list.removeTop();
+                    list = copy = *&copy;
+                }
+                break;
+            case 8:  // what follows its predecessor goes, though that one goes, too
+                if constexpr (std::is_same_v<TypeParam, slist_t>) {
+                    if (c < 'c') list.Sort(kDiffer), std::sort(model.begin(), model.end());
+                    list.Uniq([](void* a, void const* b) { return kDiffer(a, b) - 1; });
+                    for (std::size_t i = model.size(); i-- > 1;)
+                        if (model[i] == model[i - 1] + 1) model.erase(i, 1);
+                }
+                break;
             default:
-                if (model.size() < 9) list.AddLast(c), model.push_back(c);
+                if (model.size() < 9) list.append(make(c)), model.push_back(c);
         }
         ASSERT_EQ(std::pair(want, model), std::pair(got, Text(list))) << "step " << step;
         int const length = static_cast<int>(model.size());
@@ -170,74 +193,6 @@ TYPED_TEST(ListModel, RandomOperations) {
     }
     list = TypeParam();
     EXPECT_EQ(0, Record<olink_t>::alive + Record<DLink>::alive);
-}
-
-template <class List>
-class ListPlace : public ListModel<List> {};
-using DoubleLists = testing::Types<PointerDouble, LinkDouble>;
-TYPED_TEST_SUITE(ListPlace, DoubleLists);
-
-// The model is a position in a text; at its end both ways of adding keep to the end.
-TYPED_TEST(ListPlace, InsertsAppendsAndRemovesWhereItStands) {
-    std::mt19937 random(19);
-    TypeParam list;
-    typename TypeParam::Place it(list);
-    std::string model;
-    for (std::size_t step = 0, at = 0; step < 5000; ++step) {
-        char const c = letters[random() % 26], here = model.c_str()[at];
-        auto const add = Make<typename TypeParam::Element>;
-        bool const end = at == model.size();
-        char met = here;
-        switch (random() % (model.size() < 6 ? 6 : 4)) {
-            case 0: it.Reset(), at = 0; break;
-            case 1: met = Drop(it.Remove()), model.erase(at, 1); break;
-            case 2: met = LetterOf((it++).Succ()), at += !end; break;
-            case 3: met = LetterOf(it()), at += !end; break;
-            case 4: it.Insert(add(c)), model.insert(at++, 1, c); break;
-            case 5: it.Append(add(c)), model.insert(end ? at++ : at + 1, 1, c); break;
-        }
-        ASSERT_EQ(std::pair(here, model), std::pair(met, Text(list))) << "step " << step;
-        ASSERT_EQ(model.c_str()[at], LetterOf(it.Succ())) << "step " << step;
-        ASSERT_EQ(at < model.size(), static_cast<void const*>(it) != nullptr);
-    }
-}
-
-TEST(SList, Splices) {
-    using List = Single<slist_t>;
-    for (std::string const a : {"", "ab"})
-        for (std::string const b : {"", "cd"}) {
-            auto front = MakeList<List>(a), back = MakeList<List>(a);
-            auto one = MakeList<List>(b), two = MakeList<List>(b);
-            front.insert(one), front.insert(front);  // into itself: nothing
-            back.append(two), back.append(back);
-            EXPECT_EQ(b + a + '|' + a + b, Text(front) + Text(one) + '|' + Text(back) + Text(two));
-        }
-}
-
-TEST(SList, SortsAndUniqComparesWithThePredecessorAsItStood) {
-    auto const follows = [](void* data, void const* before) { return Differ(data, before) - 1; };
-    using Compare = int (*)(void*, void const*);
-    for (auto const& [want, cmp] : Rows<char const*, Compare>{
-             {"abcfgz", Differ}, {"aafz", follows}}) {  // c goes although b has gone
-        auto list = MakeList<Single<slist_t>>("cbaagf");
-        list.Sort(Differ);
-        list.Uniq(cmp);
-        list.AddLast('z');  // the ring is closed behind the last node that stayed
-        EXPECT_EQ(want, Text(list));
-    }
-}
-
-TEST(PointerLists, ReplaceAndCopy) {
-    auto const check = [](auto list) {
-        EXPECT_EQ('b', LetterOf(list.Replace(Differ, "b", &letters[23])));
-        auto copy = list, target = MakeList<decltype(list)>("q");
-        copy.TakeFirst();
-        target = copy = *&copy;
-        copy.TakeFirst();
-        EXPECT_EQ("axcb cb xcb", Text(list) + ' ' + Text(copy) + ' ' + Text(target));
-    };
-    check(MakeList<Single<slist_t>>("abcb"));
-    check(MakeList<PointerDouble>("abcb"));
 }
 
 TEST(DList, RemovesTheWholeRingWithItsLast) {

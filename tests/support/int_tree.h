@@ -29,7 +29,6 @@ struct IntNode : Base {
         n->left = n->right = n->parent = n;  // what a factory leaves there does not matter
         return n;
     }
-    static Base* Fail(void*) { throw std::bad_alloc(); }
     // A visitor that appends the key to the std::vector<int> at `out`; LogThree stops with 7.
     static int Log(bnode_t* n, void* out) {
         static_cast<std::vector<int>*>(out)->push_back(KeyOf(n));
