@@ -57,7 +57,7 @@ constexpr auto kDiffer = [](auto* data, void const* key) { return LetterOf(data)
 constexpr auto kCount = [](auto*, void* calls) { return ++*static_cast<int*>(calls); };
 
 // The two-way lists with the names of the others.
-template <class List, class Iterator, class Data, auto kFind>
+template <class List, class Iterator, class Data>
 struct Double : List {
     using Element = decltype(List()[0]);
     using Place = Iterator;
@@ -68,14 +68,19 @@ struct Double : List {
     Element removeTop() { return this->RemoveFirst(); }
     Element removeBottom() { return this->RemoveLast(); }
     Element remove(Cmp cmp, void const* key) { return this->Remove(cmp, key); }
-    auto find(Cmp cmp, void const* key) const { return (this->*kFind)(cmp, key); }
+    auto find(Cmp cmp, void const* key) const {
+        if constexpr (std::is_same_v<List, DPList>)
+            return this->FindL(cmp, key);
+        else
+            return this->Find(cmp, key);
+    }
     int loop(Visit visit, void* arg) { return this->Loop(visit, arg); }
     int removeLoop(Cmp cmp, void const* key, Visit release, void* arg) {
         return this->RemoveLoop(cmp, key, release, arg);
     }
 };
-using PointerDouble = Double<DPList, DPListIterator, void const*, &DPList::FindL>;
-using LinkDouble = Double<DList, DListIterator, DLink const*, &DList::Find>;
+using PointerDouble = Double<DPList, DPListIterator, void const*>;
+using LinkDouble = Double<DList, DListIterator, DLink const*>;
 
 template <class List>
 std::string Text(List const& list) {
