@@ -2,7 +2,6 @@
 // structured bindings.
 #include <string_view>
 #include <type_traits>
-#include <unordered_map>
 #include <unordered_set>
 
 #include "containers/set.h"
@@ -39,32 +38,24 @@ constexpr bool kNoView = ((!std::is_convertible_v<std::string_view, T> &&
                            !std::is_convertible_v<T, std::string_view>)&&...);
 static_assert(kNoView<String_t, ByteString>);  // never by accident
 
-TEST(Idioms, RangeForChangesValuesAndTakesTableEntriesApart) {
-    TOList<int> list;
-    for (int const x : {7, 5}) list.Append(x);
-    for (int& x : list) ++x;
+TEST(Idioms, TableEntriesComeApart) {
     Table table;
-    table.Add(String_t("clk"))->cnt = 3;
-    for (auto const& [name, count] : table)
-        EXPECT_EQ("8 6 clk3", Joined(list) + ' ' + name.Get() + std::to_string(count));
+    for (char const* const name : {"clk", "out"}) table.Add(String_t(name))->cnt = 3;
+    int sum = 0;
+    for (auto const& [name, count] : table) sum += 10 * count + (name == "clk");
+    EXPECT_EQ(61, sum);
 }
 
 TEST(Idioms, ViewsHashesAndSwapsKeepTheBytes) {
     constexpr std::string_view bytes("a\0b", 3);
     ByteString a(bytes), b(std::string_view{}), shorter("a", 1);
-    EXPECT_EQ(bytes, std::string_view(a));
-    EXPECT_TRUE(b.Get() == nullptr && b.View().empty() && a == shorter);
+    EXPECT_TRUE(bytes == std::string_view(a) && !b.Get() && b.View().empty() && a == shorter);
     using std::swap;
     swap(a, b);
     EXPECT_EQ(bytes, b.View());
-    std::unordered_set<ByteString, std::hash<ByteString>, SameBytes> seen{a, b, shorter, b, a};
-    EXPECT_EQ(3u, seen.size());
-
-    std::unordered_map<String_t, int> counts;
-    for (char const* const name : {"net1", "", "net1", "net2"}) ++counts[name];
-    ++counts[String_t()];
-    EXPECT_EQ(4u, counts.size());  // null and "" differ
-    EXPECT_EQ(2, counts[String_t(std::string_view("net12").substr(0, 4))]);
+    std::unordered_set<ByteString, std::hash<ByteString>, SameBytes> const seen{a, b, shorter, b};
+    std::unordered_set<String_t> const names{"net", "", "net", String_t()};  // null and "" differ
+    EXPECT_TRUE(seen.size() == 3 && names.size() == 3);
 }
 
 }  // namespace

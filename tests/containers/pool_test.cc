@@ -150,35 +150,35 @@ TEST(PoolThreads, NoElementHasTwoOwners) {
     for (std::thread& thread : threads) thread.join();
 }
 
-// Of the elements of a chunk some are freed here, some there, one when thread-local objects are
-// gone. Pools may end before the threads that used them.
+// Pools may end before the threads that used them. Of the elements of `pool` some are freed here,
+// some by the thread, one when its thread-local objects are gone.
 TEST(PoolThreads, WhatAThreadFreedIsThereWhenItHasEnded) {
     std::promise<void> used, ended;
     TestPool pool, emptied;
     std::optional<TestPool> ending(std::in_place);
     Elements elements;
     std::thread thread([&] {
-        for (Pool* const each : {&*ending, &emptied}) Give(*each, Take(*each), 0, kChunk);
-        elements = Take(pool);
-        Give(pool, elements, 90, kChunk - 1);
+        for (Pool* const each : {&*ending, &emptied})
+            Give(*each, elements = Take(*each, 2500), 0, 2500);
         used.set_value();
         ended.get_future().wait();
         TestPool successor;  // takes over the slot of the one that ended
-        EXPECT_TRUE(AreAChunk(successor, true));
-        EXPECT_TRUE(AreAChunk(emptied, true));
+        EXPECT_TRUE(AreAChunk(successor, true) && AreAChunk(emptied, true));
+        elements = Take(pool);
+        Give(pool, elements, 90, kChunk - 1);
         pthread_key_t key;  // made after the library's, so its destructor runs later
         ASSERT_EQ(0, pthread_key_create(&key, FreeInKeyDestructor));
         key_pool = &pool;
         pthread_setspecific(key, elements.back());
     });
-    used.get_future().wait();
+    used.get_future().wait();  // the thread did not keep them all
+    EXPECT_EQ(1, std::count(elements.begin(), elements.end(), emptied.Alloc(16, kChunkBytes)));
     emptied.Destroy();
     ending.reset();
     ended.set_value();
     thread.join();
     Give(pool, elements, 0, 90);
-    EXPECT_TRUE(AreAChunk(pool));
-    EXPECT_TRUE(AreAChunk(emptied));
+    EXPECT_TRUE(AreAChunk(pool) && AreAChunk(emptied));
 }
 
 TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {

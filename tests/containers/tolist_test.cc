@@ -8,13 +8,10 @@ using Link = TOLink<std::string>;
 using Names = TOList<std::string>;
 
 int Compare(Link const* link, std::string const* key) { return link->Contents().compare(*key); }
-
 int CompareUntyped(Link const* link, void const* key) {
     return link->Contents().compare(static_cast<char const*>(key));
 }
-
 int Initial(Link const* link, std::string const* key) { return link->Contents()[0] - (*key)[0]; }
-
 int SameInitial(Link const* link, void const* other) {
     return Initial(link, &static_cast<Link const*>(other)->Contents());
 }
@@ -41,10 +38,10 @@ TEST(TOListDeathTest, FindsAddsReplacesAndTakesFromBothEnds) {
 }
 
 TEST(TOList, CopiesAreDeepAndMovesEmptyTheirSource) {
-    Names names = Make("a b"), copy(names);
-    *copy.First() = "x";
-    copy = static_cast<Names const&>(copy);
-    EXPECT_EQ("a b, x b", Joined(names) + ", " + Joined(copy));
+    Names names = Make("a b"), copy(names), target = Make("c");
+    for (std::string& name : copy) name = name == "a" ? "x" : name;
+    target = copy = static_cast<Names const&>(copy);
+    EXPECT_EQ("a b, x b, x b", Joined(names) + ", " + Joined(copy) + ", " + Joined(target));
     names = std::move(copy);
     names.Reverse(copy);  // NOLINT(bugprone-use-after-move): a moved-from list is empty
     EXPECT_EQ("b x", Joined(copy));

@@ -1,7 +1,5 @@
 #include "generic/tvector"
 
-#include <numeric>
-
 #include "generic/autoarr"
 #include "tests/support/test.h"
 #include "text/string.h"
@@ -25,17 +23,14 @@ TEST(TVectorDeathTest, HasNoStorageBelowOneRow) {
     TVector<int> v(-2), zero(0);
     EXPECT_EQ(nullptr, static_cast<int*>(v));
     v.Preset(1);
-    char const* const message = R"(generic/tvector:[0-9]+:.*m != 0 && 0 <= r && r < rows)";
-    EXPECT_DEATH(zero[0], message);
+    EXPECT_DEATH(zero[0], R"(generic/tvector:[0-9]+:.*m != 0 && 0 <= r && r < rows)");
     zero = v;
     EXPECT_EQ(-2, zero.Rows());
-    ASSERT_NE(nullptr, v.Resize(3));
-    std::iota(v.begin(), v.end(), 1);
-    EXPECT_DEATH(std::as_const(v)[3], message);
+    v.Resize(3)[2] = 7;
+    EXPECT_DEATH(std::as_const(v)[3], "r < rows");
     TVector<int> moved(std::move(v));
-    EXPECT_EQ("1 2 3", Joined(moved));
-    EXPECT_EQ(nullptr, v.begin());
-    EXPECT_EQ(nullptr, moved.Resize(0));
+    EXPECT_EQ("0 0 7", Joined(moved));
+    EXPECT_EQ(v.begin(), moved.Resize(0));
 }
 
 TEST(AutoArr, HandsItsArrayOver) {
