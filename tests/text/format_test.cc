@@ -7,10 +7,8 @@
 #include "tests/support/texts.h"
 #include "text/strfmt.h"
 
-namespace {
-
 template <class T>
-std::string Printf(std::string const& format, int width, int precision, T value) {
+static std::string Printf(std::string const& format, int width, int precision, T value) {
     char buffer[512];
     std::snprintf(buffer, sizeof buffer, format.c_str(), std::max(width, 0), precision, value);
     return buffer;
@@ -61,7 +59,7 @@ TEST(StrFmt, TakesOrdinaryArguments) {
 
 // Both functions beside snprintf, with fields below 0 for those not given.
 template <class T>
-void Compare(std::string const& flag, char conversion, int width, int precision, T value) {
+static void Compare(std::string const& flag, char conversion, int width, int precision, T value) {
     std::string const format = '%' + flag + "*.*" + conversion;
     std::string want = Printf(format, width, precision, value);
     if (std::is_integral_v<T> && precision >= 0) {
@@ -100,5 +98,3 @@ TEST(StrFormatDeathTest, UnknownDirectivesAbort) {
     EXPECT_DEATH(StrFmt(std::cout, "%y"), begin + "strfmt\\.cc" + end);
     EXPECT_DEATH(StrFmt(std::cout, "%s", nullptr), R"(text/strfmt\.cc:[0-9]+: .*text != nullptr)");
 }
-
-}  // namespace

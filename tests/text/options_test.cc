@@ -7,62 +7,50 @@
 #include "tests/support/texts.h"
 #include "text/argumentvector.h"
 
-namespace {
-
-// A value that was 7 before, behind "!" for result 0; "-" where nothing was done.
-template <class Value>
-std::string Show(int found, Value const& value) {
+// What `call` makes of a value that was 7: behind "!" for result 0, "-" where nothing was done.
+template <class Value, class Call>
+static std::string Show(Value value, Call const& call) {
+    int const found = call(value);
     std::string const shown = (found ? "" : "!") + Joined(std::vector<Value>{value});
-    return shown == "!7" ? "-" : shown;
+    return shown == "!7" ? " -" : ' ' + shown;
 }
 
-// What GetOpt finds of `name`: as text, as number, and whether.
+// What is made of `name`: by GetOpt as flag, text and number, by CheckOpt as text, number and flag,
+// with "+" when the cursor moved.
 template <class Name>
-std::string Got(char const* list, Name name) {
+static std::string Found(char const* list, Name name) {
     Texts args(list);
-    String_t text("7");
-    int number = 7, text_found = GetOpt(args.Count(), args.Vector(), name, text);
-    int const number_found = GetOpt(args.Count(), args.Vector(), name, number);
-    std::string const whether = GetOpt(args.Count(), args.Vector(), name) ? "1|" : "0|";
-    return whether + Show(text_found, text) + '|' + Show(number_found, number);
+    int const count = args.Count();
+    char** const first = args.Vector();
+    auto const get = [&](auto& value) { return GetOpt(count, first, name, value); };
+    std::string found =
+        (GetOpt(count, first, name) ? "1" : "0") + Show(String_t("7"), get) + Show(7, get) + ',';
+    auto const check = [&](auto value, auto... need) {
+        int left = count;
+        char** at = first;
+        found += Show(value, [&](auto& v) { return CheckOpt(left, &at, name, v, need...); });
+        EXPECT_EQ(count - left, at - first);
+        if (left < count) found += '+';
+    };
+    check(String_t("7")), check(7, 1), check(7, 0);
+    return found;
 }
 
-TEST(GetOpt, FindsLettersAndWords) {
-    char const* const rows[][3] = {
-        {"p,-oout", "1|out|!0", "0|-|-"},   {"-o", "0|-|-", "0|-|-"},
-        {"p,-o,1,-o,2", "1|1|1", "1|1|1"},  {"p,-o", "1|7|-", "1|-|-"},
-        {"p,-,o,,-O,+o", "0|-|-", "0|-|-"}, {"p,-o,12x", "1|12x|!12", "1|12x|-"},
-        {"p,~,-o,1", "0|-|-", "0|-|-"}};
-    for (auto const& [list, letter, word] : rows)
-        EXPECT_EQ(letter + std::string(" ") + word, Got(list, 'o') + ' ' + Got(list, "-o")) << list;
-    EXPECT_EQ("0|-|-", Got("p,,", static_cast<char const*>(nullptr)));
-    EXPECT_EQ("1|-3000000000|-2147483648", Got("p,-o-3000000000", 'o'));
-}
-
-// What CheckOpt makes of `name` as number, text and flag, with "+" when the cursor moved.
-template <class Name>
-std::string Checked(char const* list, Name name) {
-    std::string shown;
-    for (int form : {1, 2, 0}) {
-        Texts args(list);
-        int argc = args.Count(), number = 7;
-        char** argv = args.Vector();
-        String_t text("7");
-        int const found = form == 2 ? CheckOpt(argc, &argv, name, text)
-                                    : CheckOpt(argc, &argv, name, number, form);
-        shown += form == 2 ? Show(found, text) : Show(found, number);
-        shown += argc < args.Count() ? "+|" : "|";
-        EXPECT_EQ(args.Count() - argc, argv - args.Vector());
-    }
-    return shown;
-}
-
-TEST(CheckOpt, TakesTheValueAtTheCursor) {
-    EXPECT_EQ("-|-|-| -|-|-|", Checked("p,,-o", 'o') + ' ' + Checked("p,,-o", "-o"));
-    EXPECT_EQ("-+|7+|1| -|-|-|", Checked("p,+o", 'o') + ' ' + Checked("p,+o", "-o"));
-    EXPECT_EQ("-+|7+|1| -+|7+|1|", Checked("p,-o", 'o') + ' ' + Checked("p,-o", "-o"));
-    EXPECT_EQ("!4+|4x+|1| !4+|4x+|1|", Checked("p,-o,4x", 'o') + ' ' + Checked("p,-o,4x", "-o"));
-    EXPECT_EQ("1|1|1|", Checked("p,-o1,3", 'o'));
+TEST(Options, AreLettersOrWordsAnywhereOrAtTheCursor) {
+    char const* const rows[][2] = {{"p,-oout", "1 out !0, out !0 1|0 - -, - - -"},
+                                   {"-o", "0 - -, - - -|0 - -, - - -"},
+                                   {"p,-o,1,-o,2", "1 1 1, 1+ 1+ 1|1 1 1, 1+ 1+ 1"},
+                                   {"p,-o", "1 7 -, 7+ -+ 1|1 - -, 7+ -+ 1"},
+                                   {"p,-,o,,-O", "0 - -, - - -|0 - -, - - -"},
+                                   {"p,-o,4x", "1 4x !4, 4x+ !4+ 1|1 4x -, 4x+ !4+ 1"},
+                                   {"p,~,-o,1", "0 - -, - - -|0 - -, - - -"},
+                                   {"p,,-o", "1 7 -, - - -|1 - -, - - -"},
+                                   {"p,+o", "0 - -, 7+ -+ 1|0 - -, - - -"},
+                                   {"p,-o1,3", "1 1 1, 1 1 1|0 - -, - - -"}};
+    for (auto const& [list, want] : rows)
+        EXPECT_EQ(want, Found(list, 'o') + '|' + Found(list, "-o")) << list;
+    EXPECT_EQ("0 - -, - - -", Found("p,,", static_cast<char const*>(nullptr)));
+    EXPECT_EQ("1 -3000000000 -2147483648", Found("p,-o-3000000000", 'o').substr(0, 25));
 }
 
 TEST(ArgumentVector, OwnsCopies) {
@@ -79,5 +67,3 @@ TEST(ArgumentVector, OwnsCopies) {
     b.Reset(-1, nullptr);
     EXPECT_THROW(ArgumentVector(536870910, args.Vector()), std::bad_array_new_length);
 }
-
-}  // namespace

@@ -7,12 +7,10 @@
 #include "text/numeric.h"
 #include "text/str_engineering.h"
 
-namespace {
-
 // Checks that `write` leaves the text at the end of a buffer and touches nothing else.
 template <class Value, class... Radix>
-void Check(char* (*write)(char*, unsigned, Value, unsigned, char, Radix...), Value value,
-           unsigned width, char fill, Radix... radix) {
+static void Check(char* (*write)(char*, unsigned, Value, unsigned, char, Radix...), Value value,
+                  unsigned width, char fill, Radix... radix) {
     char digits[65];
     int const base = sizeof...(radix) ? (0 + ... + radix) : 10;
     std::string text(digits, std::to_chars(digits, digits + sizeof digits, value, base).ptr);
@@ -49,13 +47,13 @@ TEST(StrInteger, LosesTheFrontInABufferThatIsTooShort) {
     EXPECT_EQ('#', *str_int2str10(b, 0, 7, 0, '\0'));
 }
 
-std::string Text(double x) {
+static std::string Text(double x) {
     char buffer[16] = "kept";
     EXPECT_EQ(buffer, str_tosc_r(buffer, x));
     return buffer;
 }
 
-std::string DefinedText(double x) {
+static std::string DefinedText(double x) {
     static char const* const letters[] = {"A", "F", "P", "N", "U", "M", "_", "K", "ME", "G", "T"};
     int const e = static_cast<int>(std::floor(std::log10(std::fabs(x)) + 1e-10));
     if (e < -18 || e > 12) return "kept";
@@ -88,5 +86,3 @@ TEST(StrIntegerDeathTest, OtherRadicesAbort) {
     EXPECT_EXIT(str_longlong2strradix(nullptr, 0, 1, 0, 0, 10), testing::KilledBySignal(SIGABRT),
                 "");
 }
-
-}  // namespace

@@ -2,94 +2,85 @@
 #include "text/str_number.h"
 
 #include <cctype>
-#include <cfloat>
-#include <iomanip>
 
 #include "tests/support/test.h"
 #include "text/numread.h"
 
-namespace {
-
-// The value that `convert` makes of `text`; 77 when it reads nothing, else `count` characters.
-template <class Real>
-Real ValueOf(char const* text, int count, int (*convert)(char const*, Real*)) {
-    Real value = 77;
-    EXPECT_EQ(count, convert(text, &value)) << text;
-    return value;
+// What `convert` makes of values that were 77, and how many characters it read.
+template <class Value>
+static std::string Shown(int (*convert)(char const*, Value*),
+                         std::vector<char const*> const& texts) {
+    std::ostringstream shown;
+    shown.precision(16);
+    for (char const* text : texts) {
+        Value value = 77;
+        int const count = convert(text, &value);
+        shown << value << ':' << count << ' ';
+    }
+    return shown.str();
 }
 
-TEST(StrToInt, CountsWhatItReadAndWraps) {
-    EXPECT_EQ(-42, ValueOf("  -42abc", 5, str_toint));
-    EXPECT_EQ(INT_MAX, ValueOf("-2147483649", 11, str_toint));
-    EXPECT_EQ(1874919423, ValueOf("9999999999999999", 16, str_toint));
-    for (char const* text : {"00000000000000001", " \t\n", "- 5"})
-        EXPECT_EQ(77, ValueOf(text, 0, str_toint));
-    EXPECT_EQ(0, str_toint(nullptr, nullptr) + str_tofloat(nullptr, nullptr));
+TEST(StrToNumber, CountsWhatItReadAndElseLeavesTheOutputAlone) {
+    EXPECT_EQ("-42:5 2147483647:11 1874919423:16 77:0 77:0 77:0 77:0 ",
+              Shown(str_toint, {"  -42abc", "-2147483649", "9999999999999999", "00000000000000001",
+                                " \t\n", "- 5", nullptr}));
+    for (auto* const convert : {str_todouble, str_ctodouble}) {
+        EXPECT_EQ("-1500:7 4.7:4 1000:4 0.01:5 inf:5 0:13 -0:2 ",
+                  Shown(convert,
+                        {"  -1.5K", "+4.7 K", "1d+3x", "1e -2", "1E999", "1E-2147483648", "-0"}));
+        for (char const* text : {"-", "- 1", ".K", "inf ", "INF", "1ex", "1E10000000000000000"})
+            EXPECT_EQ("77:0 ", Shown(convert, {text})) << text;
+    }
+    EXPECT_EQ("0.002:2 10000000:5 1.797693134862316e+308:4 ",
+              Shown(str_todouble, {"2mil", "10mEg", "+inf"}));
+    EXPECT_EQ("-1.175494350822288e-38:5 77:0 ", Shown(str_tofloat_, {" -min", nullptr}));
+    EXPECT_TRUE(Shown(str_todouble, {"0e999"}).find("nan") < 2);  // 0 times an infinite factor
     EXPECT_EQ(-12, str_tolong(" -12x"));
 }
 
 TEST(StrToNumber, KnowsItsLettersAndNoOtherCharacter) {
-    constexpr double micro = 1.000000000000001e-06;
-    std::string const any_letters = "AFPNUMKGT", exact_letters = "yzafpnum%kKMGTPZY";
-    double const any_factors[] = {1e-18, 1e-15, 1e-12, 1e-9, micro, 1e-3, 1e3, 1e9, 1e12};
-    double const exact_factors[] = {1e-24, 1e-21, 1e-18, 1e-15, 1e-12, 1e-9, micro, 1e-3, 0.01,
-                                    1e3,   1e3,   1e6,   1e9,   1e12,  1e15, 1e21,  1e24};
+    std::string any, folded, exact;
     for (int byte = 1; byte < 256; ++byte) {
-        auto const c = static_cast<char>(byte), upper = static_cast<char>(std::toupper(byte));
+        char const c = static_cast<char>(byte), text[] = {'2', c, '\0'};
         if (std::strchr(".DdEe0123456789", c)) continue;
-        char const text[] = {'2', c, '\0'};
-        auto const i = any_letters.find(upper), j = exact_letters.find(c);
-        double const any = i < 9 ? 2 * any_factors[i] : 2,
-                     exact = j < 17 ? 2 * exact_factors[j] : 2;
-        ASSERT_EQ(any, ValueOf(text, 1 + (i < 9), str_todouble));
-        ASSERT_EQ(exact, ValueOf(text, 1 + (j < 17), str_ctodouble));
+        std::string const any_case = Shown(str_todouble, {text}),
+                          exact_case = Shown(str_ctodouble, {text});
+        if (any_case != "2:1 ")
+            (std::isupper(byte) ? any : folded) += static_cast<char>(std::toupper(byte)) + any_case;
+        if (exact_case != "2:1 ") exact += c + exact_case;
     }
-    EXPECT_EQ(2e-3, ValueOf("2mil", 2, str_todouble));
-    EXPECT_EQ(1e7, ValueOf("10mEg", 5, str_todouble));
+    EXPECT_EQ(
+        "A2e-18:2 F2e-15:2 G2000000000:2 K2000:2 M0.002:2 N2e-09:2 P2e-12:2 T2000000000000:2 "
+        "U2.000000000000002e-06:2 ",
+        any);
+    EXPECT_EQ(any, folded);
+    EXPECT_EQ(
+        "%0.02:2 G2000000000:2 K2000:2 M2000000:2 P2000000000000000:2 T2000000000000:2 Y2e+24:2 "
+        "Z2e+21:2 a2e-18:2 f2e-15:2 k2000:2 m0.002:2 n2e-09:2 p2e-12:2 u2.000000000000002e-06:2 "
+        "y2e-24:2 z2e-21:2 ",
+        exact);
 }
 
-TEST(StrToNumber, CountsWhatItReadAndElseLeavesTheOutputAlone) {
-    Rows<char const*, int, double> const rows = {{"  -1.5K", 7, -1500},  {"+4.7 K", 4, 4.7},
-                                                 {"1d+3x", 4, 1e3},      {"1e -2", 5, 0.01},
-                                                 {"1E999", 5, HUGE_VAL}, {"1E-2147483648", 13, 0}};
-    for (auto const& [text, count, value] : rows)
-        for (auto* const convert : {str_todouble, str_ctodouble})
-            EXPECT_DOUBLE_EQ(value, ValueOf(text, count, convert)) << text;
-    for (char const* text : {"-", "- 1", ".K", "inf ", "INF", "1ex", "1E10000000000000000"})
-        for (auto* const convert : {str_todouble, str_ctodouble})
-            EXPECT_EQ(77, ValueOf(text, 0, convert));
-    EXPECT_EQ(DBL_MAX, ValueOf("+inf", 4, str_todouble));
-    EXPECT_EQ(-FLT_MIN, ValueOf(" -min", 5, str_tofloat_));
-    EXPECT_TRUE(std::signbit(ValueOf("-0", 2, str_todouble)));
-    EXPECT_TRUE(std::isnan(ValueOf("0e999", 5, str_todouble)));  // 0 times an infinite factor
-}
-
+// Checks the bits that `convert` makes of two runs of digits and a suffix: `base`, `count` times,
+// is its factor. A run is a chain of fused multiply-adds from the last digit backwards.
 template <class Real>
-Real Product(Real base, std::size_t count) {
-    return count == 0 ? 1 : Product(base, count - 1) * base;
-}
-
-// The definition: a chain of fused multiply-adds from the last digit backwards.
-template <class Real>
-Real ChainValue(std::string const& digits) {
-    Real value = 0, power = 1;
-    for (auto i = digits.size(); i-- > 0; power *= 10)
-        value = std::fma(static_cast<Real>(digits[i] - '0'), power, value);
-    return value;
-}
-
-// Checks the bits that `convert` makes of the two runs of digits with a suffix of value `factor`.
-template <class Real>
-void Check(std::string const& whole, std::string const& fraction, std::string const& suffix,
-           Real factor, int (*convert)(char const*, Real*)) {
-    bool const front = !whole.empty() && whole.size() <= 32,
-               back = !fraction.empty() && fraction.size() <= 32;
-    Real want = front ? ChainValue<Real>(whole) : 0;
-    if (back) want += ChainValue<Real>(fraction) / Product<Real>(10, fraction.size());
-    want = front || back ? want * factor : 77;
+static void Check(std::string const& whole, std::string const& fraction, std::string const& suffix,
+                  Real base, unsigned count, int (*convert)(char const*, Real*)) {
+    Real want = 0, factor = 1;
+    bool found = false;
+    for (auto const* digits : {&whole, &fraction}) {
+        if (digits->empty() || digits->size() > 32) continue;
+        Real value = 0, power = 1;
+        for (auto i = digits->size(); i-- > 0; power *= 10)
+            value = std::fma(static_cast<Real>((*digits)[i] - '0'), power, value);
+        want += digits == &whole ? value : value / power;
+        found = true;
+    }
+    for (unsigned i = 0; i < count; ++i) factor *= base;
+    want = found ? want * factor : 77;
     std::string const text = whole + '.' + fraction + suffix;
-    Real const value =
-        ValueOf(text.c_str(), front || back ? static_cast<int>(text.size()) : 0, convert);
+    Real value = 77;
+    ASSERT_EQ(found ? text.size() : 0U, static_cast<unsigned>(convert(text.c_str(), &value)));
     ASSERT_EQ(0, std::memcmp(&want, &value, sizeof value)) << text << ": " << value;
 }
 
@@ -100,50 +91,47 @@ TEST(StrToNumber, IsBitForBitTheDefinedChain) {
         std::string const whole = RandomText(random, longest, "00123456789"),
                           fraction = RandomText(random, longest, "00123456789"),
                           digits = std::to_string(e);
-        Check(whole, fraction, "", 1.0, str_todouble);
-        Check(whole, fraction, "F", 1e-15f, str_tofloat);
-        Check(whole, fraction, "e-" + digits, Product(0.1, e), str_ctodouble);
-        Check(whole, fraction, "e-" + digits, Product(0.1f, e), str_tofloat);
-        Check(whole, fraction, "e" + digits, Product(10.0, e), str_todouble);
+        Check(whole, fraction, "", 1.0, 1, str_todouble);
+        Check(whole, fraction, "F", 1e-15f, 1, str_tofloat);
+        Check(whole, fraction, "e-" + digits, 0.1, e, str_ctodouble);
+        Check(whole, fraction, "e-" + digits, 0.1f, e, str_tofloat);
+        Check(whole, fraction, "e" + digits, 10.0, e, str_todouble);
     }
 }
 
-// The value and the rest of the stream; 77 when the reader fails and stores nothing.
+// The values that `read` makes and what it leaves of the streams; 77 when it fails and stores
+// nothing.
 template <class Reader>
-std::string Read(Reader read, std::string const& text) {
-    std::stringstream stream(text), shown;
-    double value = 77;
-    bool const failed = read(stream, value).fail();
-    EXPECT_EQ(failed, value == 77) << text;
-    stream.clear();
-    shown << std::setprecision(15) << value << '|';
-    if (stream.peek() != EOF) shown << stream.rdbuf();
+static std::string Read(Reader read, std::vector<std::string> const& texts) {
+    std::stringstream shown;
+    for (std::string const& text : texts) {
+        std::stringstream stream(text);
+        double value = 77;
+        bool const failed = !read(stream, value);
+        EXPECT_EQ(failed, value == 77) << text;
+        stream.clear();
+        shown << value << '|';
+        if (stream.peek() != EOF) shown << stream.rdbuf();
+        shown << ' ';
+    }
     return shown.str();
 }
 
 TEST(GetDouble, ReadsNumbersAndBothTables) {
     // "MEG" and "MIL"; else the last character looked at comes back in upper case, and an "E" or
     // "I" before it is lost. The micro is not that of the text functions.
-    char const* const any_case[][2] = {
-        {"2U,", "2e-06|,"},   {"3meg!", "3000000|!"}, {"3Mil", "7.62e-05|"}, {"3mel", "77|"},
-        {"3mxy", "0.003|Xy"}, {"3mexy", "0.003|Xy"},  {"5%", "5|%"}};
-    char const* const exact_case[][2] = {
-        {"2u", "2e-06|"}, {"3meg!", "0.003|eg!"}, {"3Mil", "3000000|il"}, {"5%", "0.05|"}};
-    // Of a word that is no number two characters go, at most those of its line.
-    char const* const both[][2] = {{" -1K r", "-1000| r"}, {"+.5\n", "0.5|\n"}, {"5.k", "5000|"},
-                                   {"4.7 K", "4.7| K"},    {"1D -2", "0.01|"},  {"1E+", "1|"},
-                                   {"1e-999", "0|"},       {"-min", "77|n"},    {"x\n", "77|\n"},
-                                   {".", "77|"},           {"1E", "77|"}};
-    for (auto const& [text, want] : any_case) EXPECT_EQ(want, Read(GetDouble, text)) << text;
-    for (auto const& [text, want] : exact_case) EXPECT_EQ(want, Read(GetCDouble, text)) << text;
+    EXPECT_EQ("2e-06|, 3e+06|! 7.62e-05| 77| 0.003|Xy 0.003|Xy 5|% ",
+              Read(GetDouble, {"2U,", "3meg!", "3Mil", "3mel", "3mxy", "3mexy", "5%"}));
+    EXPECT_EQ("2e-06| 0.003|eg! 3e+06|il 0.05| ", Read(GetCDouble, {"2u", "3meg!", "3Mil", "5%"}));
+    std::string const z(126, '0'), e(28, '0');
     for (auto* const read : {GetDouble, GetCDouble}) {
-        for (auto const& [text, want] : both) EXPECT_EQ(want, Read(read, text)) << text;
+        // Of a word that is no number two characters go, at most those of its line.
+        EXPECT_EQ("-1000| r 0.5|\n 5000| 4.7| K 0.01| 1| 0| 77|n 77|\n 77| 77| ",
+                  Read(read, {" -1K r", "+.5\n", "5.k", "4.7 K", "1D -2", "1E+", "1e-999", "-min",
+                              "x\n", ".", "1E"}));
         // 128 characters count, the point and a supplied 0 among them, and 31 of an exponent.
-        std::string const z(126, '0'), e = z.substr(98);
-        EXPECT_EQ("2| 2| 0.5|", Read(read, z + "029") + ' ' + Read(read, z + "02.5") + ' ' +
-                                    Read(read, z + ".56"));
-        EXPECT_EQ("100|2 0.01|2",
-                  Read(read, "1e" + e + "0022") + ' ' + Read(read, "1e-" + e + "022"));
+        EXPECT_EQ("2| 2| 0.5| 100|2 0.01|2 ", Read(read, {z + "029", z + "02.5", z + ".56",
+                                                          "1e" + e + "0022", "1e-" + e + "022"}));
     }
 }
 
@@ -157,5 +145,3 @@ TEST(GetDouble, KeepsToTheStateOfTheStream) {
     EXPECT_TRUE(GetCFloat(GetFloat(narrow, a), b) && a == 16777218 && b == HUGE_VALF);
     EXPECT_TRUE(GetFloat(narrow, a).fail() && a == 16777218);
 }
-
-}  // namespace

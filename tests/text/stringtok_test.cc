@@ -5,10 +5,8 @@
 #include "text/stringsplitter.h"
 #include "text/strlist.h"
 
-namespace {
-
 // The pieces, each with a bar behind it.
-std::string Tokens(char const* text, char const* separators) {
+static std::string Tokens(char const* text, char const* separators) {
     StringTok next(text);
     std::string pieces;
     while (char const* const piece = next(separators)) pieces += piece + std::string("|");
@@ -16,7 +14,7 @@ std::string Tokens(char const* text, char const* separators) {
     return pieces;
 }
 
-std::string Pieces(StringSplitter splitter) {
+static std::string Pieces(StringSplitter splitter) {
     std::string pieces;
     for (; !splitter.Done(); splitter.Next()) pieces += splitter.Get() + std::string("|");
     splitter.Next();
@@ -24,7 +22,7 @@ std::string Pieces(StringSplitter splitter) {
     return pieces;
 }
 
-std::string Listed(char const* text, char const* separators) {
+static std::string Listed(char const* text, char const* separators) {
     TOList<String_t> list;
     int const count = Split(text, list, separators);
     EXPECT_EQ(count, list.Len());
@@ -81,5 +79,3 @@ TEST(StrList, JoinsAndCompares) {
     EXPECT_STREQ("Top", *list.Find(StrListCaseCmp, &key));
     EXPECT_EQ(1, list.Remove(StrListCmp, &null));
 }
-
-}  // namespace
