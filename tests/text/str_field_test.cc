@@ -39,10 +39,9 @@ TEST(StrField, LengthAndShiftsTakeAnyCount) {
 
 TEST(StrField, CaseConvertsTheShorterLength) {
     char text[] = "Ab-Cd-EF";
-    for (auto const& [length, maximum] : {std::pair(2, 9), {9, 4}, {-1, 5}})
-        tolower_(text, &length, maximum);
-    int const length = 1;
-    toupper_(text, &length, 3), toupper_(nullptr, &length, 3);
+    int const lengths[] = {1, 9, -1};
+    tolower_(text, &lengths[1], 4), tolower_(text, &lengths[2], 5), toupper_(text, lengths, 3);
+    toupper_(nullptr, lengths, 3);
     EXPECT_STREQ("Ab-cd-EF", text);
 }
 

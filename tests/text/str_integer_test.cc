@@ -57,11 +57,9 @@ static std::string DefinedText(double x) {
     static char const* const letters[] = {"A", "F", "P", "N", "U", "M", "_", "K", "ME", "G", "T"};
     int const e = static_cast<int>(std::floor(std::log10(std::fabs(x)) + 1e-10));
     if (e < -18 || e > 12) return "kept";
-    int const n = mth_round(std::fabs(x) / std::pow(10.0, e) * 100);
-    int const behind = 2 - (e + 18) % 3, unit = behind == 2 ? 100 : behind == 1 ? 10 : 1;
-    char out[40];
-    std::snprintf(out, 40, "%d%s%.*d", n / unit, letters[(e + 18) / 3], behind, n % unit);
-    return x < 0 ? std::string("-") + out : out;
+    std::string digits = std::to_string(mth_round(std::fabs(x) / std::pow(10.0, e) * 100));
+    return (x < 0 ? "-" : "") +
+           digits.insert(digits.size() - 2 + (e + 18) % 3, letters[(e + 18) / 3]);
 }
 
 TEST(StrToSc, IsTheDefinedTextEverywhere) {

@@ -70,11 +70,11 @@ TEST(TextPieces, AreSharedByCopies) {
 TEST(StrList, JoinsAndCompares) {
     String_t const a("a"), null, key("TOP");
     TOList<String_t> list;
-    EXPECT_TRUE(Concat(a, a, "--") == "a--a" && Concat(null, a, "-") == "-a");
-    EXPECT_TRUE(Concat(String_t(""), null, nullptr) == "" && Concat(null, null, nullptr).IsNull());
-    EXPECT_TRUE(Concat(list, ',').IsNull() && Concat(a, null, nullptr).Get() != a.Get());
-    for (String_t const& text : {String_t(), String_t("Top"), String_t("b")}) list.Append(text);
-    EXPECT_STREQ(",Top,b", Concat(list, ','));
+    EXPECT_TRUE(Concat(a, a, "--") == "a--a" && Concat(null, a, nullptr) == "a");
+    EXPECT_TRUE(Concat(list, ',').IsNull() && Concat(null, null, nullptr).IsNull());
+    for (char const* text : {"", "Top"}) list.Append(text);
+    list.Append(null);
+    EXPECT_STREQ(",Top,", Concat(list, ','));
     EXPECT_EQ(nullptr, list.Find(StrListCmp, &key));
     EXPECT_STREQ("Top", *list.Find(StrListCaseCmp, &key));
     EXPECT_EQ(1, list.Remove(StrListCmp, &null));
