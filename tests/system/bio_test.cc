@@ -9,8 +9,7 @@ TEST_F(Bio, OpensCreatesReadsAndRewrites) {
     for (int n : {4, 0, -1}) bio_put(file, "abcdef", n);
     bio_reset(file);
     char data[11] = "..........";
-    EXPECT_EQ(0, bio_eof(file) + bio_get(file, data, -1));
-    EXPECT_EQ(4, bio_get(file, data, 10));
+    EXPECT_EQ(4, bio_eof(file) + bio_get(file, data, -1) + bio_get(file, data, 10));
     EXPECT_STREQ("abcd......", data);
     EXPECT_TRUE(bio_eof(file) == 1 && bio_close(file) == 0);
     file = bio_open("file", 1000);
