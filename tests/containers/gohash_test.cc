@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "tests/support/fragile.h"
 #include "tests/support/test.h"
 
 namespace {
@@ -188,24 +187,6 @@ TEST(Gohash, MapsAndSets) {
     OHashTable<String_t, TabStr> set(3);
     for (char const* const name : {"a", "b", "a"}) set += String_t(name);
     EXPECT_TRUE(set.Card() == 2 && set & String_t("b"));
-}
-
-TEST(Gohash, AFailedCopyLeavesTheTableAsItWas) {
-    using FragileText = Fragile<String_t>;
-    for (int copies = 0; copies < 8; ++copies) {
-        OHashTable<String_t, FragileText> table(7);
-        for (char const* const name : {"a", "b", "c", "d", "e", "f", "g"}) table.Add(name);
-        FragileText const* const place = table.Find(String_t("a"));
-        FragileText::copies_left = copies;
-        EXPECT_THROW(table.Add("h"), std::bad_alloc);  // would have grown
-        EXPECT_EQ(std::tuple(7U, 7U, place),
-                  std::tuple(table.Card(), table.Size(), table.Find(String_t("a"))));
-        FragileText::copies_left = -1;
-        EXPECT_NE(nullptr, table.Add("h"));
-        FragileText::copies_left = 0;
-        EXPECT_THROW(table.Add("i"), std::bad_alloc);  // into a slot that is there
-        EXPECT_EQ(8U, table.Card());
-    }
 }
 
 TEST(GohashDeathTest, AFullTableThatCountsTooLittleAborts) {

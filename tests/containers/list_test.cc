@@ -21,20 +21,13 @@ struct Record : Link {
     inline static int alive = 0;
 };
 
-// Where the letter of an element is, and the letter; null and 0 for none.
-char const* PlaceOf(void const* data) { return static_cast<char const*>(data); }
-char const* PlaceOf(DPLink const* node) { return node ? PlaceOf(node->Data()) : nullptr; }
+// Where the letter of an element is; an empty text for none.
+char const* PlaceOf(void const* data) { return data ? static_cast<char const*>(data) : ""; }
+char const* PlaceOf(void* const* data) { return PlaceOf(*data); }
+char const* PlaceOf(DPLink const* node) { return PlaceOf(node ? node->Data() : nullptr); }
 template <class Link>
 char const* PlaceOf(Link const* link) {
-    return link ? &static_cast<Record<Link> const*>(link)->value : nullptr;
-}
-char const* PlaceOf(DLink const& link) { return PlaceOf(&link); }
-char const* PlaceOf(olink_t const& link) { return PlaceOf(&link); }
-
-template <class Element>
-char LetterOf(Element const& element) {
-    char const* const c = PlaceOf(element);
-    return c ? *c : '\0';
+    return link ? &static_cast<Record<Link> const*>(link)->value : "";
 }
 
 template <class Element>
@@ -48,12 +41,12 @@ Element Make(char c) {
 // The letter of an element that has left its list and goes.
 template <class Element>
 char Drop(Element element) {
-    char const c = LetterOf(element);
+    char const c = *PlaceOf(element);
     if constexpr (!std::is_same_v<Element, void*>) delete element;
     return c;
 }
 
-constexpr auto kDiffer = [](auto* data, void const* key) { return LetterOf(data) - LetterOf(key); };
+constexpr auto kDiffer = [](auto* data, void const* key) { return *PlaceOf(data) - *PlaceOf(key); };
 constexpr auto kCount = [](auto*, void* calls) { return ++*static_cast<int*>(calls); };
 
 // The two-way lists with the names of the others.
@@ -85,7 +78,7 @@ using LinkDouble = Double<DList, DListIterator, DLink const*>;
 template <class List>
 std::string Text(List const& list) {
     std::string joined;
-    for (auto const& element : list) joined += LetterOf(element);
+    for (auto&& element : list) joined += *PlaceOf(&element);
     return joined;
 }
 
@@ -96,7 +89,7 @@ void EditAtPlaces(std::mt19937& random, List& list, std::string& model) {
     for (std::size_t edit = 0, at = 0; edit < 3; ++edit) {
         if (edit == 1) it.Reset(), at = 0;
         for (; at < model.size() && random() % 3; ++at)
-            ASSERT_EQ(model[at], LetterOf(edit ? it() : (it++).Succ()));
+            ASSERT_EQ(model[at], *PlaceOf(edit ? it() : (it++).Succ()));
         char const c = letters[random() % 8];
         auto const add = Make<decltype(list[0])>;
         bool const end = at == model.size();
@@ -108,7 +101,7 @@ void EditAtPlaces(std::mt19937& random, List& list, std::string& model) {
             case 1: it.Insert(add(c)), model.insert(at++, 1, c); break;
             case 2: it.Append(add(c)), model.insert(end ? at++ : at + 1, 1, c); break;
         }
-        ASSERT_EQ(model.c_str()[at], LetterOf(it.Succ()));
+        ASSERT_EQ(model.c_str()[at], *PlaceOf(it.Succ()));
         ASSERT_EQ(at < model.size(), static_cast<void const*>(it) != nullptr);
     }
 }
@@ -124,15 +117,15 @@ TYPED_TEST(ListModel, RandomOperations) {
     std::string model;
     auto const make = Make<decltype(list[0])>;
     auto const take_up_to_g = [](auto* visited, void* all) {
-        char const c = LetterOf(visited);
+        char const c = *PlaceOf(visited);
         return Drop(static_cast<TypeParam*>(all)->remove(kDiffer, &c)) == 'g' ? 7 : 0;
     };
     for (int step = 0; step < 20000; ++step) {
         char const c = letters[random() % 8], first = model.c_str()[0];
         char const* const place = PlaceOf(list.find(kDiffer, &c));
-        char const* const key = place ? place : &c;  // may lie in the list
+        char const* const key = *place ? place : &c;  // may lie in the list
         auto const found = std::min(model.find(c), model.size()), at_g = model.find('g');
-        int want = model.c_str()[found], got = place ? *place : 0, calls = 0;
+        int want = model.c_str()[found], got = *place, calls = 0;
         ASSERT_EQ(want, got) << "step " << step;
         switch (random() % 17) {
             case 0: got = Drop(list.remove(kDiffer, &c)), model.erase(found, 1); break;
@@ -172,7 +165,7 @@ TYPED_TEST(ListModel, RandomOperations) {
                 break;
             case 7:
                 if constexpr (std::is_copy_constructible_v<TypeParam>) {
-                    got = LetterOf(list.Replace(kDiffer, &c, &letters[25]));
+                    got = *PlaceOf(list.Replace(kDiffer, &c, &letters[25]));
                     if (want) model[found] = 'z';
                     TypeParam copy = list;
                     list.removeTop();
@@ -194,7 +187,7 @@ TYPED_TEST(ListModel, RandomOperations) {
         int const length = static_cast<int>(model.size());
         ASSERT_EQ(length, list.Len());
         for (int i = -1; i <= length; ++i)
-            ASSERT_EQ(i < 0 ? '\0' : model.c_str()[i], LetterOf(list[i]));
+            ASSERT_EQ(i < 0 ? '\0' : model.c_str()[i], *PlaceOf(list[i]));
     }
     list = TypeParam();
     EXPECT_EQ(0, Record<olink_t>::alive + Record<DLink>::alive);

@@ -20,10 +20,11 @@ namespace {
 
 using Elements = std::vector<void*>;
 
-constexpr unsigned kChunk = 500, kChunkBytes = 16 * kChunk + 8;
+// More elements than a thread keeps: what it frees goes to the pool in several portions.
+constexpr unsigned kChunk = 3500, kChunkBytes = 16 * kChunk + 8;
 
-Elements Take(Pool& pool, unsigned count = kChunk) {
-    Elements elements(count);
+Elements Take(Pool& pool) {
+    Elements elements(kChunk);
     for (void*& element : elements) element = pool.Alloc(16, kChunkBytes);
     return elements;
 }
@@ -92,7 +93,7 @@ TEST(Pool, IsOneStackWhateverTheDepthThatForgetsAllWhenDestroyed) {
         for (int part = 0; part < 20; ++part) {
             bool const alloc = random() % 2 == 0;
             pool.Free(nullptr);
-            for (unsigned n = random() % (part % 10 == 0 ? 6000 : 150); n > 0; --n) {
+            for (unsigned n = random() % (part % 3 == 0 ? 6000 : 150); n > 0; --n) {
                 if (alloc) {
                     held.push_back(pool.Alloc(16, kChunkBytes));
                     for (unsigned i = freed.empty() ? kChunk : 0; i-- > 0;)  // a new chunk
@@ -159,7 +160,7 @@ TEST(PoolThreads, WhatAThreadFreedIsThereWhenItHasEnded) {
     Elements elements;
     std::thread thread([&] {
         for (Pool* const each : {&*ending, &emptied})
-            Give(*each, elements = Take(*each, 2500), 0, 2500);
+            Give(*each, elements = Take(*each), 0, kChunk);
         used.set_value();
         ended.get_future().wait();
         TestPool successor;  // takes over the slot of the one that ended
@@ -183,7 +184,7 @@ TEST(PoolThreads, WhatAThreadFreedIsThereWhenItHasEnded) {
 
 TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {
     TestPool pool;
-    Elements const elements = Take(pool, 2500);  // more than a thread keeps
+    Elements const elements = Take(pool);
     std::atomic<bool> stop(false);
     std::thread thread([&] {  // holds the lock: a chunk for each element, up to a limit
         for (int i = 0; i < 500000 && !stop; ++i) pool.Alloc(16, 0);
@@ -192,8 +193,8 @@ TEST(PoolThreads, AChildOfAThreadedProcessCanUseThePools) {
         pid_t const child = fork();
         if (child == 0) {
             alarm(20);  // a lock that nobody will open ends the child
-            Give(pool, elements, 0, elements.size());
-            for (std::size_t n = 1; n < elements.size(); ++n) pool.Alloc(16, 0);
+            Give(pool, elements, 0, kChunk);
+            for (unsigned n = 1; n < kChunk; ++n) pool.Alloc(16, 0);
             _exit(pool.Alloc(16, 0) != elements[0]);
         }
         int status = -1;

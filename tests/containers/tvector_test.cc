@@ -34,17 +34,15 @@ TEST(TVectorDeathTest, HasNoStorageBelowOneRow) {
 }
 
 TEST(AutoArr, HandsItsArrayOver) {
-    char* const text = new char[8];
-    AutoArr<char> a(text), b(a), c(new char[1]);
-    EXPECT_TRUE(!a);
+    AutoArr<char> a(new char[8]), b(a), c(new char[1]);
+    char* const text = b;
     b = *&b;
     b = text;
     c = b;  // deletes the array of `c`
-    EXPECT_EQ(nullptr, b.GetArrp());
+    EXPECT_TRUE(!a && !b.GetArrp() && c.Get() == text);
     b = std::move(c);
-    EXPECT_EQ(text, b.Get());
     delete[] b.Release();
-    EXPECT_TRUE(!b);
+    EXPECT_TRUE(!b && !c);
 }
 
 }  // namespace
