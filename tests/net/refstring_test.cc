@@ -9,9 +9,8 @@ using SockIO::ParseRefString;
 TEST(RefString, IsWrittenAsPathOrWithThePort) {
     String_t const own = SockIO::GetHostname(), h252(std::string(252, 'h')), h256 = h252 + "hhhh";
     Rows<char const*, unsigned short, String_t> const rows = {
-        {"", 80, own + ":80"},     {nullptr, 0, own + ":0"}, {"a b", 65535, "a b:65535"},
-        {"::1", 80, "::1/80"},     {"/a:b", 5, "/a:b"},      {".", 5, "."},
-        {h252, 800, h252 + ":80"}, {h256, 1, h252 + "hhh"}};
+        {"", 80, own + ":80"}, {nullptr, 0, own + ":0"},  {"::1", 65535, "::1/65535"},
+        {"/a:b", 5, "/a:b"},   {h252, 800, h252 + ":80"}, {h256, 1, h252 + "hhh"}};
     for (auto const& [host, port, want] : rows) EXPECT_STREQ(want, MakeRefString(host, port));
 }
 
@@ -22,16 +21,13 @@ TEST(RefString, IsReadWithHostsPortsAndServices) {
         {"*:ftp", "", 21, 0},       {":\t ftp\nx", "", 21, 0},
         {nullptr, "", 0, 1},        {"a[b]:1", "a[b]", 1, 0},
         {" /a:1", "/a", 1, 0},      {"[]:1", "", 1, 0},
-        {"a :00080x", "a ", 80, 0}, {"a:0x50", "a", 0, 0},
-        {"a:65535", "a", 65535, 0}, {"host", "host", -1, 9},
+        {"a :00080x", "a ", 80, 0}, {"a:65535", "a", 65535, 0},
         {"a:65536", "a", -1, 9},    {"a:-1", "a", -1, 9},
         {"a:ftp ", "a", -1, 9},     {"[b] :1", "b", -1, 9},
         {"[::1", "old", -1, 9},     {most, h, 1, 0},
         {&most[1], h, -1, 9},       {more, "old", -1, 9},
         {"./a:1", "./a:1", 0, 1},   {"\n [::1]: 7:8", "::1", 7, 0},
-        {"**:1", "**", 1, 0},       {"[*]:1", "", 1, 0},
-        {"::1/80", "", -1, 9},      {"[a:b]", "a:b", -1, 9},
-        {"[[:a]:1]:2", "[:a", 1, 0}};
+        {"host", "host", -1, 9},    {"[[:a]:1]:2", "[:a", 1, 0}};
     for (auto const& [ref, name, number, kind] : rows) {
         String_t host("old");
         unsigned short port = 7;

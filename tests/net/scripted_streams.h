@@ -18,9 +18,8 @@ public:
         sent.append(base, take);
         PBump(-static_cast<int>(take));
         if (roll == 0 || roll == 3) SetTimedout();
-        if (roll != 1 && roll != 4) return static_cast<int>(take);
-        SetBad();
-        return -1;
+        if (roll == 1 || roll == 4) return SetBad(), -1;
+        return static_cast<int>(take);
     }
     int PutByte(char const* p) override {
         if (cur == end) log.push_back(~0u);
@@ -33,7 +32,7 @@ public:
         return {result, !full || cur != end};
     }
     unsigned Pending() const { return static_cast<unsigned>(cur - base); }
-    std::string Content() const { return std::string(base, Pending()); }
+    std::string Content() const { return std::string(base, cur); }
 
     std::vector<unsigned> log;  // bytes pending at each flush, ~0 for a PutByte to a full buffer
     std::string sent;
@@ -47,10 +46,9 @@ class Source : public ISockStream {
 public:
     // Refills of at most `most` bytes, with 0 of any number; some fail, at places that only the
     // seed tells: no two in one place.
-    explicit Source(std::string data, unsigned seed = 0, unsigned most = 0,
-                    OSockStream* tie = nullptr)
+    explicit Source(std::string data, unsigned seed = 0, unsigned most = 0, Sink* tie = nullptr)
         : ISockStream(tie), data(std::move(data)), most(most), places(seed), pieces(seed) {
-        if (seed % 2 == 0) fails_at = seed == 0 ? ~std::size_t{0} : places() % 99;
+        if (seed % 2 == 0) fails_at = seed == 0 ? ~0u : places() % 99;
     }
     int Fill() override {
         if (Status() & kEof) return -1;
@@ -65,10 +63,8 @@ public:
         }
         std::size_t const piece = most ? most : pieces() % 3 ? 1 + pieces() % 9 : size;
         std::size_t const count = std::min({piece, data.size() - at, fails_at - at, size_t{size}});
-        std::copy_n(data.data() + at, count, base);
+        end = std::copy_n(data.data() + at, count, cur = base);
         at += count;
-        cur = base;
-        end = base + count;
         if (roll == 4) SetTimedout();
         return static_cast<int>(count);
     }
@@ -77,7 +73,7 @@ public:
 
 private:
     std::string data;
-    std::size_t at = 0, fails_at = ~std::size_t{0};
+    std::size_t at = 0, fails_at = ~0u;
     unsigned most;
     std::minstd_rand places, pieces;
 };

@@ -1,12 +1,13 @@
 #include "net/serversocket.h"
 
+#include <netdb.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
-#include <cstring>
 #include <list>
 
 #include "net/clientsocket.h"
+#include "net/closeonexec.h"
 #include "tests/net/sockets.h"
 #include "tests/support/fresh_folder.h"
 
@@ -62,16 +63,17 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     server.Close();
     EXPECT_TRUE(server.Listen(0) == -1 && errno == EINVAL) << "the last port is below the first";
     EXPECT_TRUE(server.Port(0) == bound.Port() && server.Listen(0) >= 0);
+    ASSERT_TRUE(fixed.Listen(0) >= 0 && fixed.Listen(0) >= 0) << "in place of the first";
+    EXPECT_TRUE(before + 2 == OpenDescriptors() && parsed.Listen(0) >= 0);
 
     auto const fails = [this](ServerSocketIn&& socket, int error) {
-        EXPECT_TRUE(socket.Listen(0) == -1 && errno == error && before + 1 == OpenDescriptors());
+        EXPECT_TRUE(socket.Listen(0) == -1 && errno == error && before + 3 == OpenDescriptors());
     };
+    EXPECT_EQ(EBADF, SockIO::setCloseOnExec(-1));
     fails(ServerSocketIn(0, host, AF_INET6), EAI_ADDRFAMILY);
     fails(ServerSocketIn(0, "192.0.2.77"), EADDRNOTAVAIL);
     fails(ServerSocketIn(0, host), listen_error = EPERM);
     listen_error = 0;
-    ASSERT_TRUE(fixed.Listen(0) >= 0 && fixed.Listen(0) >= 0) << "in place of the first";
-    EXPECT_TRUE(before + 2 == OpenDescriptors() && parsed.Listen(0) >= 0);
 }
 
 // The ways to accept, and what they store.
@@ -147,7 +149,6 @@ TEST_F(ServerSocket, ReportsWhyNothingWasAccepted) {
     ASSERT_TRUE(pipe(ends) == 0 && dup2(ends[1], listening) == listening && close(ends[1]) == 0);
     EXPECT_TRUE(to.AllFail(4, 1, EINVAL));
     close(ends[0]);
-    EXPECT_TRUE(to.AllFail(3, 1, EINVAL));
 }
 
 TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
@@ -164,10 +165,9 @@ TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
     }
     ServerSocketUn stale("sock");
     EXPECT_TRUE(exists() && stale.Listen(0) == -1 && errno == EADDRINUSE);
-    stale.Close();
-    EXPECT_TRUE(!exists() && stale.Listen(0) >= 0 && exists() && stale.RefString() == "sock");
     static_cast<ServerSocketBase&>(stale).Close();
-    EXPECT_TRUE(!exists() && before == OpenDescriptors());
+    EXPECT_TRUE(!exists() && stale.Listen(0) >= 0 && exists() && stale.RefString() == "sock");
+    stale.Close();
     listen_error = EPERM;
     EXPECT_TRUE(stale.Listen(0) == -1 && errno == EPERM && stale.Fd() == -1 && backlog == 5);
     listen_error = 0;

@@ -56,12 +56,9 @@ TEST(SockAddr, KeepsOrDropsItsAddressWhenAnotherIsNotFound) {
     EXPECT_TRUE(address.Host().Len() == 108 && address.GetHostname() == address.Host());
     address.Host("/x");
     EXPECT_STREQ("/x", address.IpAddr()) << "by the family that was found";
-
-    char name[NI_MAXHOST];
-    SockAddr named("127.0.0.1:7");
-    ASSERT_EQ(0, named.Init());
-    ASSERT_EQ(0, getnameinfo(named.Get(), named.Size(), name, sizeof name, nullptr, 0, 0));
-    EXPECT_STREQ(name, SockAddr(*named.Get(), 1).Host());
+    sockaddr_in here = {AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+    address.Init(reinterpret_cast<sockaddr&>(here), 1);
+    EXPECT_TRUE(address.Host() == address.GetHostname() && address.IpAddr() == "127.0.0.1");
     sockaddr const other = {AF_PACKET, {}};
-    EXPECT_TRUE(named.Init(other, 1) == EAFNOSUPPORT && !named.Rep() && named.Host() == "");
+    EXPECT_TRUE(address.Init(other, 1) == EAFNOSUPPORT && !address.Rep() && address.Host() == "");
 }

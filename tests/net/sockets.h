@@ -2,19 +2,16 @@
 #ifndef KORBASE_TESTS_NET_SOCKETS_H
 #define KORBASE_TESTS_NET_SOCKETS_H
 
+#include <arpa/inet.h>
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <netdb.h>
 #include <signal.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <filesystem>
-#include <string>
 
 #include "base/unique_fd.h"
 #include "net/serversocket.h"
+#include "tests/support/test.h"
 
 using korbase_detail::UniqueFd;
 
@@ -34,8 +31,7 @@ inline bool IsPlain(int fd) {
 }
 
 inline String_t OwnHost() {
-    auto const part = [](int shift) { return "." + std::to_string((getpid() >> shift & 127) + 1); };
-    return ("127" + part(14) + part(7) + part(0)).c_str();
+    return inet_ntoa({htonl(0x7f010000u + static_cast<unsigned>(getpid()))});
 }
 
 inline unsigned short PortOf(ServerSocketIn const& server) {
