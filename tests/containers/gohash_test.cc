@@ -180,15 +180,6 @@ TEST(Gohash, TellsTextsApart) {
     EXPECT_EQ(300000U, table.Card());
 }
 
-TEST(Gohash, MapsAndSets) {
-    OHashTable<String_t, StrStrMap> map;
-    map += {"layer", "metal1"};
-    EXPECT_STREQ("metal1", map.Find(String_t("layer"))->value);
-    OHashTable<String_t, TabStr> set(3);
-    for (char const* const name : {"a", "b", "a"}) set += String_t(name);
-    EXPECT_TRUE(set.Card() == 2 && set & String_t("b"));
-}
-
 TEST(GohashDeathTest, AFullTableThatCountsTooLittleAborts) {
     Table full(2);
     full._Add(0, StrCnt("a"));

@@ -186,6 +186,7 @@ TYPED_TEST(ListModel, RandomOperations) {
         ASSERT_EQ(std::pair(want, model), std::pair(got, Text(list))) << "step " << step;
         int const length = static_cast<int>(model.size());
         ASSERT_EQ(length, list.Len());
+        ASSERT_EQ(model.empty(), list.begin() == list.end());
         for (int i = -1; i <= length; ++i)
             ASSERT_EQ(i < 0 ? '\0' : model.c_str()[i], *PlaceOf(list[i]));
     }
