@@ -1,5 +1,7 @@
 #include "system/datestr.h"
 
+#include <sys/times.h>
+
 #include "tests/support/test.h"
 
 TEST(DateStr, WritesTheFixedForms) {
@@ -35,4 +37,10 @@ TEST(DateStr, WritesNowInLocalTimeWithoutTerminators) {
         strftime(text, sizeof text, format, std::localtime(&now));
         EXPECT_STREQ(text, out) << rules;
     }
+}
+
+TEST(DateStr, CountsTicksOfBothKindsOfProcessorTime) {
+    struct tms used = {};
+    while (used.tms_stime < 6) times(&used);
+    EXPECT_NEAR((used.tms_utime + used.tms_stime) / 60.0, getcputime(), 0.1);
 }

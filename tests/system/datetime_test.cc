@@ -60,8 +60,7 @@ TEST(DateTime, ReadsTextsToTheirRules) {
 TEST(DateTime, TimesOfDayAreTodayAndOnlyNumbersKeepTheFlagOfNow) {
     // A zone where it is past 18 o'clock, on the day of universal time, with a change at noon.
     std::time_t const now = std::time(nullptr);
-    std::tm utc = {};
-    int const day = gmtime_r(&now, &utc)->tm_yday, east = 18 - utc.tm_hour;
+    int const day = std::gmtime(&now)->tm_yday, east = 18 - std::gmtime(&now)->tm_hour;
     char zone[80];
     std::snprintf(zone, sizeof zone, "AAA%dBBB%d,%d/12,%d", -east, -east - 1, day,
                   (day + 30) % 365);

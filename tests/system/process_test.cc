@@ -24,7 +24,6 @@ static TVarr<String_t> Array(std::vector<char const*> const& texts) {
 }
 
 static int Wait(Process child) { return child.WaitFor(); }
-
 static int Shell(char const* command) { return Wait(P::Execute("sh", "-c", command)); }
 
 TEST_F(Processes, EveryFormPassesItsArguments) {

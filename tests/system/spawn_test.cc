@@ -10,6 +10,7 @@ TEST_F(Spawn, RunsToTheEnd) {
          {std::tuple(2, "echo\0a b"s, 0, "a b\n"),
           {1, "no-such\0x"s, ENOENT, "no-such: No such file or directory\n"},
           {-5, "echo"s, EFAULT, "Bad address\n"},
+          {255, "true" + std::string(254, '\0'), 0, ""},
           {256, "true"s, EINVAL, "argument buffer overflow, 256\n"}}) {
         EXPECT_EQ(want, InChild([&n = argc, &a = args] { return spawn_(&n, a.data()); }));
         EXPECT_EQ(text, out) << args;

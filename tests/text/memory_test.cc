@@ -1,4 +1,3 @@
-// Allocation that never fails, rounding and divisors.
 #include "text/memory.h"
 
 #include <numeric>

@@ -1,4 +1,3 @@
-// Options and argument vectors.
 #include "text/options.h"
 
 #include <new>

@@ -1,4 +1,3 @@
-// Fields of fixed length and listings in columns.
 #include "text/str_field.h"
 
 #include "tests/support/test.h"

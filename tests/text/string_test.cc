@@ -1,4 +1,3 @@
-// Texts and runs of bytes with shared records, and what is made of them.
 #include "text/string.h"
 
 #include <cctype>

@@ -1,4 +1,3 @@
-// Tokenizer, splitter and list functions, beside models on std::string.
 #include "text/stringtok.h"
 
 #include "tests/support/test.h"
