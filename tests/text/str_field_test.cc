@@ -46,18 +46,15 @@ TEST(StrField, CaseConvertsTheShorterLength) {
 
 TEST(StrFmtMulCols, GoesDownTheColumns) {
     static std::string listing;
-    auto const list = [](int count, int columns, int (*cmp)(void const*, void const*) = nullptr) {
-        char elements[] = "01243";
-        str_fmt_mul_cols(
-            elements, count, 1, cmp, columns,
-            [](void* element) { listing += *static_cast<char*>(element); }, [] { listing += '/'; });
-        return std::exchange(listing, "");
-    };
+    auto const print = [](void* element) { listing += *static_cast<char*>(element); };
+    auto const falling = [](void const* a, void const* b) { return -std::memcmp(a, b, 1); };
     Rows<int, int, char const*> const rows = {
-        {5, 2, "04/13/2/"}, {3, INT_MAX, "012/"}, {3, 0, ""}, {3, -2, ""},
+        {5, 2, "41/30/2/"}, {3, INT_MAX, "012/"}, {3, 0, ""}, {3, -2, ""},
         {1, -2, "0/"},      {0, -2, "/"},         {-3, 2, ""}};
-    for (auto const& [count, columns, want] : rows)
-        EXPECT_EQ(want, list(count, columns)) << count << " in " << columns;
-    EXPECT_EQ("41/30/2/",
-              list(5, 2, [](void const* a, void const* b) { return -std::memcmp(a, b, 1); }));
+    for (auto const& [count, columns, want] : rows) {
+        char elements[] = "01243";  // sorted where all are listed
+        str_fmt_mul_cols(elements, count, 1, count == 5 ? +falling : nullptr, columns, print,
+                         [] { listing += '/'; });
+        EXPECT_EQ(want, std::exchange(listing, "")) << count << " in " << columns;
+    }
 }
