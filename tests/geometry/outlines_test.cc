@@ -16,207 +16,162 @@ Points Skyline(std::mt19937& random, bool flat) {
         p.insert(p.end(), {{side * k, begin}, {side * (k + 1), flat ? begin : 1 + end}});
     }
     if (random() % 2) std::reverse(p.begin(), p.end());
-    if (random() % 2)
-        for (auto& q : p) std::swap(q.x, q.y);
+    bool const swap = random() % 2;
+    for (auto& q : p) q = {1000 * (swap ? q.y : q.x), 1000 * (swap ? q.x : q.y)};
     std::rotate(p.begin(), p.begin() + static_cast<std::ptrdiff_t>(random() % p.size()), p.end());
     return p;
 }
 
-TEST(GuMeasure, AgreesWithTheSignedArea) {
+// Of the vectors from `a` to `b` and from `c` to `d`.
+std::int64_t Cross(gu_point_t const& a, gu_point_t const& b, gu_point_t const& c,
+                   gu_point_t const& d) {
+    return std::int64_t{b.x - a.x} * (d.y - c.y) - std::int64_t{b.y - a.y} * (d.x - c.x);
+}
+
+TEST(Outlines, AreMeasuredAndSizedAsTheirEdgesSay) {
     std::mt19937 random(52);
-    for (int i = 0; i < 6000; ++i) {
-        Points const p = Skyline(random, i % 2);
-        auto const n = p.size();
-        int twice = 0;
-        for (std::size_t k = 0; k < n; ++k)
-            twice += p[k].x * p[(k + 1) % n].y - p[(k + 1) % n].x * p[k].y;
-        int const count = static_cast<int>(n), want = twice > 0 ? 1 : -1;
-        ASSERT_EQ(want, gu_polygon_orientation(count, p.data())) << testing::PrintToString(p);
-        ASSERT_EQ(want, i % 2 ? gu_ortho_polygon_orientation(count, p.data()) : want);
-        ASSERT_EQ(std::abs(twice) / 2.0, gu_polygon_area(static_cast<unsigned short>(n), p.data()));
+    for (int round = 0; round < 6000; ++round) {
+        Points p = Skyline(random, round % 2), moved = p, single = p;
+        auto const count = static_cast<short>(p.size());
+        SCOPED_TRACE(testing::PrintToString(p));
+        std::int64_t twice = 0;
+        for (int i = 0; i < count; ++i) twice += Cross({0, 0}, p[i], {0, 0}, p[(i + 1) % count]);
+        int const turn = twice > 0 ? 1 : -1;
+        ASSERT_EQ(turn, gu_polygon_orientation(count, p.data()));
+        ASSERT_EQ(turn, round % 2 ? gu_ortho_polygon_orientation(count, p.data()) : turn);
+        ASSERT_EQ(std::abs(twice) / 2.0, gu_polygon_area(count, p.data()));
+        if (p.front() == p.back()) continue;
+
+        int const distance = RandomCoord(random, 300);
+        auto const size = round % 4 == 1 ? gu_size_ortho_polygoni : gu_size_polygon;
+        int const n = gu_delete_multiple_points(count, single.data(), single.data());
+        single.resize(n);
+        p.erase(std::unique(p.begin(), p.end()), p.end());
+        ASSERT_EQ(p, single);
+        ASSERT_EQ(n, size(count, moved.data(), distance));
+        for (int i = 0; i < 2 * n; ++i) {
+            int const edge = i / 2 + n - i % 2;  // on each side of a corner
+            auto const &corner = moved[i / 2], &a = p[edge % n], &b = p[(edge + 1) % n];
+            double const length = std::hypot(b.x - a.x, b.y - a.y);
+            // A coordinate is off by half a unit at most, a distance by less than one.
+            ASSERT_NEAR(-turn * distance, Cross(a, b, a, corner) / length, 0.75);
+        }
     }
 }
 
 TEST(GuMeasure, FlatOutlinesAndRangeEnds) {
-    // Orientation, axis-parallel orientation, rectangle, perimeter, area; box; points.
-    for (std::string const row : {"1 1 0 0 0; 2147483647 2147483647, -2147483647 -2147483647;",
-                                  "1 1 0 0 0; -2147483648 4, -2147483648 4; -2147483648 4",
-                                  "1 1 1 20 25; -3 0, 4 7; 0 0, 4 3, 1 7, -3 4",
-                                  "1 1 0 30 40; 0 0, 13 4; 0 0, 10 0, 13 4, 3 4",
-                                  "1 1 0 18 18; 0 0, 6 4; 0 0, 6 0, 6 4, 3 4"}) {
-        Points const box = PointsOf(row, 5), p(box.begin() + 2, box.end());
-        auto const n = static_cast<unsigned short>(p.size());
-        gu_rect_t const b = gu_bounding_box(n, p.data());
-        std::ostringstream got;
-        got << gu_polygon_orientationi(n, p.data()) << ' '
-            << gu_ortho_polygon_orientationi(n, p.data()) << ' '
-            << gu_is_rectangle(static_cast<short>(n), p.data()) << ' '
-            << gu_polygon_periphery(n, p.data()) << ' ' << gu_polygon_area(n, p.data()) << "; "
-            << b.x1 << ' ' << b.y1 << ", " << b.x2 << ' ' << b.y2;
-        EXPECT_EQ(row.substr(0, row.rfind(';')), got.str());
+    // Orientation, axis-parallel orientation, rectangle, perimeter, area: points > box. Between the
+    // ends of the range, edges wrap to -1 for the perimeter, but not for the area.
+    for (auto const& [text, want, p, box] :
+         PointRows{"1 1 0 0 0: > 2147483647 2147483647, -2147483647 -2147483647",
+                   "1 1 0 0 0: -2147483648 4 > -2147483648 4, -2147483648 4",
+                   "1 1 1 20 25: 0 0, 4 3, 1 7, -3 4 > -3 0, 4 7",
+                   "1 1 0 30 40: 0 0, 10 0, 13 4, 3 4 > 0 0, 13 4",
+                   "1 1 0 18 18: 0 0, 6 0, 6 4, 3 4 > 0 0, 6 4",
+                   "1 1 1 4 4294967295: -2147483648 0, 2147483647 0, 2147483647 1, -2147483648 1 > "
+                   "-2147483648 0, 2147483647 1"}) {
+        auto const n = static_cast<short>(p.size());
+        auto const b = gu_bounding_box(n, p.data());
+        Integers const got = {
+            gu_polygon_orientationi(n, p.data()), gu_ortho_polygon_orientationi(n, p.data()),
+            gu_is_rectangle(n, p.data()), std::int64_t(gu_polygon_periphery(n, p.data())),
+            std::int64_t(gu_polygon_area(n, p.data()))};
+        EXPECT_EQ(want, got) << text;
+        EXPECT_EQ(box, Points({{b.x1, b.y1}, {b.x2, b.y2}})) << text;
     }
-    // Here the perimeter's edges wrap to -1, but the area takes the true differences.
-    Points const whole = {{kLowest, 0}, {kHighest, 0}, {kHighest, 9}, {kLowest, 9}};
-    EXPECT_EQ(20, gu_polygon_periphery(4, whole.data()));
-    EXPECT_EQ(4294967295.0 * 9, gu_polygon_area(4, whole.data()));
 }
 
 TEST(GuCheckOrtho, ReportsTheWorstEdge) {
     // Result, closed: points.
-    for (auto const* row : {"1 1: 0 0, 10 0, 10 10", "2 1: 0 0, 10 0, 10 5", "2 0: 0 0, 1 2, 3 4",
-                            "0 1:", "1 0: -2147483648 0, 0 -2147483648"}) {
-        auto const flags = NumbersOf(row);
-        Points const p = PointsOf(row, 2);
-        EXPECT_EQ(flags[0], gu_check_ortho(static_cast<int>(p.size()), p.data(), flags[1])) << row;
-    }
+    for (auto const& [text, n, p, _] :
+         PointRows{"1 1: 0 0, 10 0, 10 10", "2 1: 0 0, 10 0, 10 5", "2 0: 0 0, 1 2, 3 4",
+                   "0 1:", "1 0: -2147483648 0, 0 -2147483648"})
+        EXPECT_EQ(n[0], gu_check_ortho(p.size(), p.data(), n[1])) << text;
 }
 
 TEST(GuSnapOrtho, MovesThePointAndItsReference) {
-    // Mode: point, reference > both afterwards.
-    for (auto const* row :
-         {"0: 3 10, 0 0 > 3 10, 3 0", "0: 5 5, 0 0 > 5 5, 0 5", "1: 5 5, 0 0 > 5 5, 0 0",
-          "1: 10 4, 0 0 > 10 4, 0 4", "1: 4 10, 0 0 > 4 10, 4 0", "2: 0 0, 10 6 > 0 0, 10 6",
-          "1: 0 0, 10 -6 > 0 -10, 10 -10", "1: 0 0, 10 -15 > 0 -10, 10 -10",
-          "1: 0 0, 10 6 > 0 10, 10 10", "1: 0 0, 10 15 > 15 0, 15 15",
-          "0: 2147483647 0, -2147483648 5 > 2147483647 0, 2147483647 5"}) {
-        Points p = PointsOf(row, 1);
-        std::uint64_t const packed = gu_snap_ortho(p[0], &p[1], NumbersOf(row)[0]);
+    // Mode: point, reference.
+    for (auto& [text, mode, p, want] : PointRows{
+             "0: 3 10, 0 0 > 3 10, 3 0", "0: 5 5, 0 0 > 5 5, 0 5", "1: 5 5, 0 0 > 5 5, 0 0",
+             "1: 10 4, 0 0 > 10 4, 0 4", "1: 4 10, 0 0 > 4 10, 4 0", "2: 0 0, 10 6 > 0 0, 10 6",
+             "1: 0 0, 10 -6 > 0 -10, 10 -10", "1: 0 0, 10 -15 > 0 -10, 10 -10",
+             "1: 0 0, 10 6 > 0 10, 10 10", "1: 0 0, 10 15 > 15 0, 15 15",
+             "0: 2147483647 0, -2147483648 5 > 2147483647 0, 2147483647 5"}) {
+        std::uint64_t const packed = gu_snap_ortho(p[0], &p[1], mode[0]);
         p[0] = {static_cast<gu_coord_t>(packed >> 32), static_cast<gu_coord_t>(packed)};
-        EXPECT_TRUE(p[0] == p[2] && p[1] == p[3]) << row << ", got " << p[0] << p[1];
+        EXPECT_EQ(want, p) << text;
     }
-}
-
-TEST(GuDeleteMultiplePoints, KeepsTheFirstOfEachRun) {
-    Points p = PointsOf("1 1, 1 1, 2 2, 2 2, 1 1"), want = PointsOf("1 1, 2 2, 1 1, 2 2, 1 1");
-    EXPECT_EQ(3, gu_delete_multiple_points(5, p.data(), p.data()));
-    EXPECT_EQ(want, p);
 }
 
 TEST(GuDeleteRedundantPoints, KeepsTheCorners) {
     // Of an open line (0) or an outline (1). Some turn back, or lose the first and then the last.
-    Rows<int, char const*, char const*> const rows = {
-        {0, "0 0, 4 0, 9 0, 2 0, 2 2", "0 0, 2 0, 2 2"},
-        {0, "0 0, 3 3, 3 3, 5 4, 0 0", "0 0, 3 3, 5 4, 0 0"},
-        {1, "5 0, 10 0, 10 10, 0 10, 0 0", "10 0, 10 10, 0 10, 0 0"},
-        {1, "4 0, 9 0, 9 9, -5 0, 0 0", "9 0, 9 9, -5 0"},
-        {1, "0 0, 5 5, 9 9", "9 9"},
-        {1, "", ""}};
-    for (auto const& [closed, before, after] : rows) {
-        Points p = PointsOf(before);
+    for (auto& [text, closed, p, want] :
+         PointRows{"0: 0 0, 4 0, 9 0, 2 0, 2 2 > 0 0, 2 0, 2 2",
+                   "0: 0 0, 3 3, 3 3, 5 4, 0 0 > 0 0, 3 3, 5 4, 0 0",
+                   "1: 5 0, 10 0, 10 10, 0 10, 0 0 > 10 0, 10 10, 0 10, 0 0",
+                   "1: 4 0, 9 0, 9 9, -5 0, 0 0 > 9 0, 9 9, -5 0", "1: 0 0, 5 5, 9 9 > 9 9",
+                   "0: 5 5, 5 5 > 5 5", "1: >"}) {
         auto const count = static_cast<short>(p.size());
-        p.resize(static_cast<std::size_t>(gu_delete_redundant_points(count, p.data(), closed)));
-        EXPECT_EQ(PointsOf(after), p) << before;
+        p.resize(gu_delete_redundant_points(count, p.data(), closed[0]));
+        EXPECT_EQ(want, p) << text;
     }
 }
 
-using Sizing = int (*)(int, gu_point_t*, int);
-
-int Size(Sizing sizing, Points& points, int distance) {
-    int const count = sizing(static_cast<int>(points.size()), points.data(), distance);
-    if (count >= 0) points.resize(static_cast<std::size_t>(count));
-    return count;
-}
-
-TEST(GuSizing, PutsEachCornerAtTheDistanceFromBothOfItsEdges) {
-    std::mt19937 random(12);
-    for (int round = 0; round < 2000; ++round) {
-        Points before = Skyline(random, round % 2);
-        for (auto& p : before) p = {p.x * 1000, p.y * 1000};
-        if (before.front() == before.back()) continue;
-        Points after = before;
-        int const distance = RandomCoord(random, 300);
-        int const n =
-            Size(round % 4 == 1 ? gu_size_ortho_polygoni : gu_size_polygon, after, distance);
-        before.resize(std::size_t(
-            gu_delete_multiple_pointsi(int(before.size()), before.data(), before.data())));
-        ASSERT_EQ(before.size(), after.size());
-        for (int i = 0; i < n; ++i)
-            for (int const edge : {i + n - 1, i}) {
-                auto const &a = before[std::size_t(edge % n)],
-                           &b = before[std::size_t((edge + 1) % n)];
-                auto const& p = after[std::size_t(i)];
-                double const dx = b.x - a.x, dy = b.y - a.y;
-                double const right = (dy * (p.x - a.x) - dx * (p.y - a.y)) / std::hypot(dx, dy);
-                // A coordinate is off by half a unit at most, a distance by less than one.
-                ASSERT_NEAR(gu_polygon_orientation(n, before.data()) * distance, right, 0.75);
-            }
-    }
-    // A middle point moves along a horizontal run, but across a vertical one.
-    Points runs = PointsOf("0 0, 5 0, 10 0, 10 5, 10 10, 0 10");
-    gu_size_ortho_polygon(6, runs.data(), 2);
-    EXPECT_EQ(PointsOf("-2 -2, 3 -2, 12 -2, 12 7, 12 12, -2 12"), runs);
-}
-
-TEST(GuSizing, RefusesTooFewPointsAndOutlinesThatTurnBack) {
-    for (auto const* row : {"3 3", "0 0, 10 0, 10 10, 0 10, 0 0", "0 0, 5 0, 2 0, 2 7"}) {
-        Points points = PointsOf(row);
-        EXPECT_EQ(-1, Size(gu_size_polygon, points, 1)) << row;
-    }
-    Points repeated = PointsOf("7 7, 7 7");
-    Size(gu_size_polygon, repeated, 1);
-    EXPECT_EQ(PointsOf("0 0"), repeated);
-}
-
-TEST(GuSizing, EndsOfTheRange) {
-    Points cut = PointsOf("0 0, 0 10, 2147483647 10, 2147483647 0"), wrapped = cut, far = cut;
-    Size(gu_size_polygon, far, kLowest);  // its negation is no int
-    EXPECT_EQ(kHighest, far[0].x);
-    Size(gu_size_polygon, cut, 1);
-    EXPECT_EQ(PointsOf("-1 -1, -1 11, 2147483647 11, 2147483647 -1"), cut);
-    Size(gu_size_ortho_polygoni, wrapped, 1);
-    EXPECT_EQ(PointsOf("-1 -1, -1 11, -2147483648 11, -2147483648 -1"), wrapped);
-}
-
-TEST(GuIntersection, RoundsAndWraps) {
-    // p1 p2 q1 q2: where the lines and the segments meet; 0 0 if they do not. Halves move away from
-    // p1 and q1. In the last row, the offset saturates and the sum wraps.
-    for (auto const* row :
-         {"0 0, 3 3, 0 1, 1 0: 1 1, 1 0", "-2147483648 0, -1 0, -9 -5, -9 5: -9 0, -9 0",
-          "5 0, 6 0, 0 1000000000, 1000000000 999999999: -2147483644 0, 0 0"}) {
-        Points const p = PointsOf(row);
-        gu_point_t lines = {0, 0}, segments = {0, 0};
-        EXPECT_EQ(1, gu_line_intersection(&p[0], &p[1], &p[2], &p[3], &lines)) << row;
-        EXPECT_EQ(p[5].x != 0, gu_intersection(&p[0], &p[1], &p[2], &p[3], &segments)) << row;
-        EXPECT_TRUE(p[4] == lines && p[5] == segments) << row << lines << segments;
+TEST(GuSizing, EndsOfTheRangeAndOddOutlines) {
+    // Axis-parallel, distance: points. Too few points are refused, and outlines that turn back. A
+    // middle point moves along a horizontal run, but across a vertical one.
+    for (auto& [text, n, p, want] : PointRows{
+             "0 1: 3 3 >", "0 1: 7 7, 7 7 > 0 0", "0 1: 0 0, 10 0, 10 10, 0 10, 0 0 >",
+             "0 1: 0 0, 5 0, 2 0, 2 7 >",
+             "1 2: 0 0, 5 0, 10 0, 10 5, 10 10, 0 10 > -2 -2, 3 -2, 12 -2, 12 7, 12 12, -2 12",
+             "0 1: 0 0, 0 10, 2147483647 10, 2147483647 0 > -1 -1, -1 11, 2147483647 11, "
+             "2147483647 -1",
+             "1 1: 0 0, 0 10, 2147483647 10, 2147483647 0 > -1 -1, -1 11, -2147483648 11, "
+             "-2147483648 -1",
+             "0 -2147483648: 0 0, 0 10, 10 10, 10 0 > 2147483647 2147483647, 2147483647 "
+             "-2147483638, -2147483638 -2147483638, -2147483638 2147483647"}) {
+        auto const size = n[0] ? gu_size_ortho_polygoni : gu_size_polygon;
+        int const count = size(p.size(), p.data(), n[1]);
+        p.resize(std::max(count, 0));
+        EXPECT_EQ(want, p) << text;
     }
 }
 
-// Of the vectors from `a` to `b` and from `c` to `d`.
-int Cross(gu_point_t const& a, gu_point_t const& b, gu_point_t const& c, gu_point_t const& d) {
-    return (b.x - a.x) * (d.y - c.y) - (b.y - a.y) * (d.x - c.x);
-}
-
-bool Within(int part, int whole) {
+bool Within(std::int64_t part, std::int64_t whole) {
     return whole > 0 ? 0 <= part && part <= whole : whole <= part && part <= 0;
+}
+
+// The share `t` of the way from `a` to `b`: the offset saturates, the sum wraps.
+gu_point_t Along(gu_point_t const& a, gu_point_t const& b, double t) {
+    auto const rounded = [t](double d) {
+        return std::clamp<double>(std::round(t * d), INT32_MIN, INT32_MAX);
+    };
+    return {Minus(a.x, -rounded(b.x - a.x)), Minus(a.y, -rounded(b.y - a.y))};
 }
 
 TEST(GuIntersection, AgreesWithExactArithmetic) {
     std::mt19937 random(54);
     for (int i = 0; i < 50000; ++i) {
-        Points const p = RandomPoints(random, 4, i % 2 ? 3 : 300);
+        int const reach = i % 2 ? 3 : i % 4 ? 300 : 30000, far = INT32_MAX - reach;
+        Points p = RandomPoints(random, 4, reach);
+        for (auto& q : p) q.x += i % 3 ? 0 : i % 5 ? far : -far;
+        auto const &a = p[0], &b = p[1], &c = p[2], &d = p[3];
         auto const on_first = [&](gu_point_t const& q) {
-            return !(p[0] == p[1]) && Cross(p[0], p[1], p[0], q) == 0 &&
-                   Within(q.x - p[0].x, p[1].x - p[0].x) && Within(q.y - p[0].y, p[1].y - p[0].y);
+            return !(a == b) && Cross(a, b, a, q) == 0 && Within(q.x - a.x, b.x - a.x) &&
+                   Within(q.y - a.y, b.y - a.y);
         };
-        int const det = Cross(p[0], p[1], p[2], p[3]);
-        int const t_part = Cross(p[0], p[2], p[2], p[3]), s_part = Cross(p[0], p[2], p[0], p[1]);
-        bool const end_on_first = on_first(p[2]) || on_first(p[3]);
-        bool const lines = det ? true : end_on_first;
-        bool const segments = det ? Within(t_part, det) && Within(s_part, det) : end_on_first;
-        gu_point_t at[2];
+        auto const det = Cross(a, b, c, d), t_part = Cross(a, c, c, d), s_part = Cross(a, c, a, b);
+        bool const end = on_first(c) || on_first(d);
+        bool const meet = det ? Within(t_part, det) && Within(s_part, det) : end;
+        gu_point_t const none = {7, 7}, at_end = on_first(c) ? c : end ? d : none;
+        gu_point_t lines = none, segments = none;
         double t = 0;
         SCOPED_TRACE(testing::PrintToString(p));
-        ASSERT_EQ(lines, gu_line_intersection_l(&p[0], &p[1], &p[2], &p[3], &t, &at[0]));
-        ASSERT_EQ(segments, gu_intersection_l(&p[0], &p[1], &p[2], &p[3], &t, &at[1]));
-        for (int k = 0; k < lines + segments; ++k) {
-            if (det == 0) {
-                ASSERT_EQ(on_first(p[2]) ? p[2] : p[3], at[k]);
-                continue;
-            }
-            ASSERT_EQ(static_cast<double>(t_part) / det, t);
-            ASSERT_NEAR(p[0].x + t * (p[1].x - p[0].x), at[k].x, 0.500001);
-            ASSERT_NEAR(p[0].y + t * (p[1].y - p[0].y), at[k].y, 0.500001);
-        }
+        ASSERT_EQ(det || end, gu_line_intersection_l(&a, &b, &c, &d, &t, &lines));
+        ASSERT_EQ(meet, gu_intersection_l(&a, &b, &c, &d, &t, &segments));
+        ASSERT_TRUE(!det || double(t_part) / det == t);
+        ASSERT_EQ(det ? Along(a, b, t) : at_end, lines);
+        ASSERT_EQ(det && meet ? Along(c, d, double(s_part) / det) : det ? none : at_end, segments);
     }
 }
 

@@ -4,45 +4,46 @@
 
 #include <geometry/gu_types.h>
 
-#include <iterator>
-#include <ostream>
-
 #include "tests/support/test.h"
 
+using Integers = std::vector<std::int64_t>;
 using Points = std::vector<gu_point_t>;
-
-gu_coord_t const kLowest = -2147483647 - 1;
-gu_coord_t const kHighest = 2147483647;
 
 inline bool operator==(gu_point_t const& a, gu_point_t const& b) {
     return a.x == b.x && a.y == b.y;
 }
 
 inline std::ostream& operator<<(std::ostream& os, gu_point_t const& p) {
-    return os << '(' << p.x << ',' << p.y << ')';
+    return os << p.x << ' ' << p.y;
 }
 
-// The numbers in a text, whatever stands between them.
-inline std::vector<int> NumbersOf(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return !std::strchr("-0123456789", c); }, ' ');
-    std::istringstream in(text);
-    return std::vector<int>(std::istream_iterator<int>(in), {});
+// A difference, wrapped at 32 bits.
+inline gu_coord_t Minus(std::int64_t a, std::int64_t b) {
+    return static_cast<gu_coord_t>(static_cast<std::uint32_t>(a - b));
 }
 
-// The same, in pairs, from the number `first` on.
-inline Points PointsOf(std::string const& text, std::size_t first = 0) {
-    auto const numbers = NumbersOf(text);
-    Points points;
-    for (std::size_t i = first; i < numbers.size(); i += 2)
-        points.push_back({numbers[i], numbers[i + 1]});
-    return points;
-}
+// A row of a table, "7 8: 1 2, 3 4 > 5 6": numbers, points, and the points that are wanted.
+struct PointRow {
+    std::string text;
+    Integers numbers;
+    Points points, want;
+
+    PointRow(char const* row) : text(row) {
+        std::istringstream in(row);
+        for (std::int64_t n; in >> n;) numbers.push_back(n);
+        for (Points* const list : {&points, &want}) {
+            in.clear();
+            in.ignore();
+            for (gu_point_t p; in >> p.x >> p.y; in.ignore()) list->push_back(p);
+        }
+    }
+};
+
+using PointRows = std::vector<PointRow>;
 
 // From -reach to reach, both included.
 inline gu_coord_t RandomCoord(std::mt19937& random, int reach) {
-    auto const span = 2 * static_cast<unsigned>(reach) + 1;
-    return static_cast<gu_coord_t>(static_cast<std::int64_t>(random() % span) - reach);
+    return Minus(random() % (2 * static_cast<unsigned>(reach) + 1), reach);
 }
 
 inline Points RandomPoints(std::mt19937& random, int count, int reach) {
