@@ -5,9 +5,7 @@ namespace {
 
 using namespace std::string_literals;
 
-struct Expand : Program {
-    Expand() : Program(EXPAND_COMMAND) {}
-};
+using Expand = Program;
 
 TEST_F(Expand, SubstitutesLineByLine) {
     std::string const rows[][3] = {
@@ -19,7 +17,8 @@ TEST_F(Expand, SubstitutesLineByLine) {
         {"", "${a\nb}\n", "\nb}\n0"}};
     for (auto const& [options, text, want] : rows) {
         WriteFile("in", text);
-        for (char const* from : {" <in", " in"}) EXPECT_EQ(want, Answer(options + from)) << options;
+        for (char const* from : {" <in", " in"})
+            EXPECT_EQ(want, Answer(EXPAND_COMMAND " " + options + from)) << options;
     }
 }
 
@@ -27,11 +26,12 @@ TEST_F(Expand, RefusesWhatItCannotUse) {
     WriteFile("good", "$a\n");
     WriteFile("zero", "a\n\0b\n$a c"s);
     fs::create_directory("dir");
-    char const* const rows[][2] = {{"good zero", "expand: more than one file: zero\n1"},
+    std::string const rows[][2] = {{"good zero", "expand: more than one file: zero\n1"},
                                    {"dir", "expand: cannot read dir: Is a directory\n1"},
                                    {"-D a=1 zero", "a\n1 czero:2: zero byte in the line\n1"},
                                    {"good >/dev/full", "expand: cannot write standard output\n1"}};
-    for (auto const& [arguments, want] : rows) EXPECT_EQ(want, Answer(arguments)) << arguments;
+    for (auto const& [arguments, want] : rows)
+        EXPECT_EQ(want, Answer(EXPAND_COMMAND " " + arguments)) << arguments;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Runs an example program as a process in a fresh folder.
+// Runs example programs as processes in a fresh folder.
 #ifndef KORBASE_TESTS_EXAMPLES_PROGRAM_H
 #define KORBASE_TESTS_EXAMPLES_PROGRAM_H
 
@@ -9,16 +9,10 @@
 
 namespace fs = std::filesystem;
 
-class Program : public testing::Test {
-protected:
-    // `command` starts the program, as a shell reads it.
-    explicit Program(std::string const& command) : command(command) {}
-
-    // The exit status with `arguments`, as a shell reads them; the outputs in `out` and `err`.
-    int Run(std::string const& arguments) { return RunProgram(command, arguments); }
-    // The same of another program.
-    int RunProgram(std::string const& program, std::string const& arguments) {
-        int const status = std::system((program + " >stdout 2>stderr " + arguments).c_str());
+struct Program : testing::Test {
+    // The exit status of `command`, as a shell reads it; the outputs in `out` and `err`.
+    int Run(std::string const& command) {
+        int const status = std::system(("{ " + command + "\n} >stdout 2>stderr").c_str());
         out = ReadFile("stdout");
         err = ReadFile("stderr");
         fs::remove("stdout");
@@ -26,13 +20,12 @@ protected:
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     // The same as a text: what it wrote, up to how it is used, and the exit status behind it.
-    std::string Answer(std::string const& arguments) {
-        int const status = Run(arguments);
+    std::string Answer(std::string const& command) {
+        int const status = Run(command);
         return out + err.substr(0, err.find("usage: ")) + std::to_string(status);
     }
 
     FreshFolder const folder;
-    std::string const command;
     std::string out, err;
 };
 

@@ -5,11 +5,11 @@
 
 namespace {
 
-struct RunLog : Program {
-    RunLog() : Program("timeout 4 env --ignore-signal=CHLD " RUNLOG_COMMAND) {}
-};
+using RunLog = Program;
 
 // Not even an ignored SIGCHLD, which programs inherit, hides how a command ended.
+std::string const runlog = "timeout 4 env --ignore-signal=CHLD " RUNLOG_COMMAND " ";
+
 TEST_F(RunLog, CopiesLinesAndEndsLikeTheCommand) {
     char const* const rows[][2] = {
         {"sh -c 'echo a; echo b >&2; exit 5'", ">a\n>b\n5"},
@@ -22,7 +22,7 @@ TEST_F(RunLog, CopiesLinesAndEndsLikeTheCommand) {
         {"-o log seq 2; cat log >stdout", ">1\n>2\n0"}};
     std::regex const stamp(R"((^|\n)\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3}  )");
     for (auto const& [arguments, want] : rows)
-        EXPECT_EQ(want, std::regex_replace(Answer(arguments), stamp, "$1>")) << arguments;
+        EXPECT_EQ(want, std::regex_replace(Answer(runlog + arguments), stamp, "$1>")) << arguments;
 }
 
 TEST_F(RunLog, NamesMistakes) {
@@ -32,7 +32,7 @@ TEST_F(RunLog, NamesMistakes) {
         {"-o /dev/full echo a", "cannot write /dev/full: No space left on device\n125"},
         {"no-such-program", "cannot run no-such-program: No such file or directory\n127"}};
     for (auto const& [arguments, want] : rows)
-        EXPECT_EQ(std::string("runlog: ") + want, Answer(arguments)) << arguments;
+        EXPECT_EQ(std::string("runlog: ") + want, Answer(runlog + arguments)) << arguments;
 }
 
 }  // namespace

@@ -74,19 +74,21 @@ TEST(SockStreamValues, AreWrittenAsByteAfterByte) {
             unsigned const kind = random() % 9;
             bool const always = kind < 2;
             std::string const got = Thrown(all[kind].second);
-            int count = 0;
+            int const uncounted = (kind == 4 || kind == 5) && length > 0 ? 4 : 0;
+            int count = 0, place = 0;
             std::string const want = Thrown([&] {
                 for (char const c : all[kind].first) {
                     if (!always && !model.Good()) break;
                     auto const [result, stored] = model.Store(c);
-                    count += stored ? 1 : 0;
+                    count += place++ >= uncounted && stored ? 1 : 0;
                     if (result < 0 || (always && !stored)) break;
                 }
             });
-            ASSERT_EQ(
-                std::tuple(want, model.Status(), model.Content(), count),
-                std::tuple(got, real.Status(), real.Content(), kind == 7 ? real.PCount() : count))
+            ASSERT_EQ(std::tuple(want, model.Status(), model.Content()),
+                      std::tuple(got, real.Status(), real.Content()))
                 << seed << ':' << step;
+            if (kind < 2 || kind == 8 || !want.empty()) continue;
+            ASSERT_EQ(count, real.PCount()) << seed << ':' << step;
         }
         EXPECT_TRUE(model.log == real.log && model.sent == real.sent) << seed;
     }
