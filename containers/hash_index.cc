@@ -5,7 +5,6 @@
 #include <limits>
 #include <new>
 #include <utility>
-#include <vector>
 
 #include "generic/gohash"
 
@@ -89,14 +88,14 @@ HashIndex::Fingerprint PrintShort(ShortText const& text) {
 }
 
 // GHash, which zeros in front do not change.
-std::uint32_t PlaceShort(ShortText const& text) {
-    std::uint32_t place = 0;
+std::uint32_t GHashShort(ShortText const& text) {
+    std::uint32_t ghash = 0;
     for (std::uint32_t word : text.words)
         for (int i = 0; i < 4; ++i, word >>= 8) {
-            place = (place << 4) + (word & 0xFF);
-            place = (place & 0xFFFFFF) ^ place >> 24;
+            ghash = (ghash << 4) + (word & 0xFF);
+            ghash = (ghash & 0xFFFFFF) ^ ghash >> 24;
         }
-    return place;
+    return ghash;
 }
 
 // Of texts of other lengths. Those of up to 3 characters are their own mark.
@@ -124,7 +123,11 @@ HashIndex::HashIndex(std::uint32_t n) : HashIndex() {
     size = n;
     mask = static_cast<std::size_t>(count - 1);
     shift = 32 - bits;
-    places.reset(new std::uint32_t[n]);
+    if (n < 1U << 24) {
+        quotient_shift = 40U + static_cast<unsigned>(31 - __builtin_clz(n));
+        reciprocal = (std::uint64_t{1} << quotient_shift) / n + 1;
+    }
+    hashes.reset(new std::uint32_t[n]);
     entries.reset(new Entry[mask + 1]);
     used.reset(new Word[Words()]);
     full.reset(new Word[FullWords()]);
@@ -137,14 +140,16 @@ HashIndex::HashIndex(HashIndex const& other) : HashIndex(other.size) {
     std::copy(other.full.get(), other.full.get() + FullWords(), full.get());
     std::copy(other.entries.get(), other.entries.get() + mask + 1, entries.get());
     for (std::uint32_t slot = 0; slot < size; ++slot)
-        if (IsUsed(slot)) places[slot] = other.places[slot];
+        if (IsUsed(slot)) hashes[slot] = other.hashes[slot];
 }
 
 void HashIndex::Swap(HashIndex& other) noexcept {
     std::swap(size, other.size);
     std::swap(mask, other.mask);
     std::swap(shift, other.shift);
-    places.swap(other.places);
+    std::swap(reciprocal, other.reciprocal);
+    std::swap(quotient_shift, other.quotient_shift);
+    hashes.swap(other.hashes);
     entries.swap(other.entries);
     used.swap(other.used);
     full.swap(other.full);
@@ -155,19 +160,20 @@ HashIndex::Fingerprint HashIndex::Print(char const* text) {
     return IsShort(length) ? PrintShort(Pack(text, length)) : PrintOther(text, length);
 }
 
-HashIndex::Fingerprint HashIndex::Print(char const* text, std::uint32_t& place) {
+HashIndex::Fingerprint HashIndex::Print(char const* text, std::uint32_t& ghash) {
     std::size_t const length = text ? std::strlen(text) : 0;
     if (!IsShort(length)) {
-        place = GHash(text);
+        ghash = GHash(text);
         return PrintOther(text, length);
     }
     ShortText const packed = Pack(text, length);
-    place = PlaceShort(packed);
+    ghash = GHashShort(packed);
     return PrintShort(packed);
 }
 
 // The first free slot from the second one of the probe sequence on, all around.
-std::uint32_t HashIndex::FreeSlotBeyond(std::uint32_t home, std::uint32_t quotient) const {
+std::uint32_t HashIndex::FreeSlotBeyond(std::uint32_t ghash, std::uint32_t home) const {
+    std::uint32_t const quotient = Quotient(ghash);
     std::uint32_t const step = quotient < size ? quotient : quotient % size;
     std::uint64_t const second = std::uint64_t{home} + (step ? step : 1);
     return FreeFrom(static_cast<std::uint32_t>(second < size ? second : second - size));
@@ -210,33 +216,56 @@ void HashIndex::Clear() {
     std::fill(entries.get(), entries.get() + mask + 1, Entry{0, 0, kNone});
 }
 
-// In the order of their homes, so that neighbours come to neighbours.
+// The slots in use, in their order, and how many there are.
+std::uint32_t HashIndex::ListUsed(std::uint32_t* slots) const {
+    std::uint32_t* end = slots;
+    for (std::size_t at = 0; at < Words(); ++at) {
+        Word word = used[at];
+        if (at == size / 64) word &= (Word{1} << size % 64) - 1;
+        for (; word; word &= word - 1)
+            *end++ = static_cast<std::uint32_t>(at * 64) +
+                     static_cast<std::uint32_t>(__builtin_ctzll(word));
+    }
+    return static_cast<std::uint32_t>(end - slots);
+}
+
+// In the order of their homes, so that neighbours come to neighbours. The entries in use are listed
+// first, a block at a time, without a branch that nothing could foresee.
 void HashIndex::EnterAll(HashIndex const& old, std::uint32_t const* moved) {
-    if (old.size == 0) return;
-    for (std::size_t i = 0; i <= old.mask; ++i) {
-        Entry const& entry = old.entries[i];
-        if (entry.slot != kNone) Enter({entry.mark, entry.hash, moved[entry.slot]});
+    constexpr std::size_t kBlock = 64;
+    std::size_t const count = old.size ? old.mask + 1 : 0;
+    for (std::size_t first = 0; first < count; first += kBlock) {
+        std::size_t const last = std::min(first + kBlock, count);
+        std::size_t listed[kBlock], n = 0;
+        for (std::size_t i = first; i < last; ++i) {
+            listed[n] = i;
+            n += old.entries[i].slot != kNone;
+        }
+        for (std::size_t k = 0; k < n; ++k) {
+            Entry const& entry = old.entries[listed[k]];
+            std::size_t to = Home(entry.hash);
+            while (entries[to].slot != kNone) to = Next(to);
+            entries[to] = {entry.mark, entry.hash, moved[entry.slot]};
+        }
     }
 }
 
 HashIndex HashIndex::Rebuilt(std::uint32_t n, std::uint32_t* moved) const {
-    std::vector<std::uint32_t> order;
-    order.reserve(size);
-    for (std::uint32_t slot = 0; slot < size; ++slot)
-        if (IsUsed(slot)) order.push_back(slot);
+    std::unique_ptr<std::uint32_t[]> const order(new std::uint32_t[size]);
+    std::uint32_t const card = ListUsed(order.get());
     for (;;) {
         HashIndex fresh(n);
-        std::size_t const count = std::min<std::size_t>(order.size(), n - n / 8);
-        for (std::size_t i = 0; i < count; ++i) {
-            std::uint32_t const place = places[order[i]], slot = fresh.FreeSlot(place);
-            fresh.Take(slot, place);
-            moved[order[i]] = slot;
+        std::uint32_t const count = std::min(card, n - n / 8);
+        for (std::uint32_t i = 0; i < count; ++i) {
+            std::uint32_t const slot = order[i], ghash = hashes[slot];
+            moved[slot] = fresh.FreeSlot(ghash, fresh.HomeSlot(ghash));
+            fresh.Take(moved[slot], ghash);
         }
-        if (count == order.size()) {
+        if (count == card) {
             fresh.EnterAll(*this, moved);
             return fresh;
         }
-        std::sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(count),
+        std::sort(order.get(), order.get() + count,
                   [moved](std::uint32_t a, std::uint32_t b) { return moved[a] < moved[b]; });
         if (n > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
         n *= 2;

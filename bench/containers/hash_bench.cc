@@ -106,8 +106,8 @@ void Miss(benchmark::State& state, std::string (*name)(unsigned)) {
 // Takes each key out and puts it back.
 template <class Subject>
 void DelAdd(benchmark::State& state, std::string (*name)(unsigned)) {
-    Filled<Subject> filled(name, state.range(0));
     auto const names = Names<Subject>(name, 0, state.range(0), 1);
+    Filled<Subject> filled(name, state.range(0));
     for (auto _ : state)
         for (auto const& key : names) {
             Subject::Del(filled.table, key);

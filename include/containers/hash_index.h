@@ -43,7 +43,10 @@ public:
 
     // The same for null and ""; also the GHash of the text.
     static Fingerprint Print(char const* text);
-    static Fingerprint Print(char const* text, std::uint32_t& place);
+    static Fingerprint Print(char const* text, std::uint32_t& ghash);
+
+    // Where the probe sequence of a text with this GHash, which is below 2^24, begins.
+    std::uint32_t HomeSlot(std::uint32_t ghash) const { return ghash - Quotient(ghash) * size; }
 
     // Where a text is entered, or would be.
     struct Spot {
@@ -64,15 +67,14 @@ public:
                 return {entry.slot, static_cast<std::uint32_t>(i)};
         }
     }
-    // The slot for a new text with this GHash, or kNone when all are in use.
-    std::uint32_t FreeSlot(std::uint32_t place) const {
-        std::uint32_t const home = place % size;
-        return IsUsed(home) ? FreeSlotBeyond(home, place / size) : home;
+    // The slot for a new text, by its GHash and home, or kNone when all are in use.
+    std::uint32_t FreeSlot(std::uint32_t ghash, std::uint32_t home) const {
+        return IsUsed(home) ? FreeSlotBeyond(ghash, home) : home;
     }
 
     // A new text, whose spot Find gave, has come to a free slot.
-    void Use(Spot const& spot, std::uint32_t slot, std::uint32_t place, Fingerprint const& print) {
-        Take(slot, place);
+    void Use(Spot const& spot, std::uint32_t slot, std::uint32_t ghash, Fingerprint const& print) {
+        Take(slot, ghash);
         entries[spot.entry] = {print.mark, print.hash, slot};
     }
     // The text at this spot, or with this fingerprint in this slot, is gone.
@@ -97,27 +99,31 @@ private:
     void Swap(HashIndex& other) noexcept;
     std::size_t Words() const { return (std::size_t{size} + 63) / 64; }
     std::size_t FullWords() const { return (Words() + 63) / 64; }
+    // ghash / size, by multiplication (Granlund and Montgomery, 1994). The reciprocal is at most
+    // 1 too large, which adds less than 2^(24 - quotient_shift), less than 1 / size, to the
+    // quotient.
+    std::uint32_t Quotient(std::uint32_t ghash) const {
+        return static_cast<std::uint32_t>(ghash * reciprocal >> quotient_shift);
+    }
     std::size_t Home(std::uint32_t hash) const { return hash >> shift; }
     std::size_t Next(std::size_t i) const { return (i + 1) & mask; }
-    void Take(std::uint32_t slot, std::uint32_t place) {
-        places[slot] = place;
+    void Take(std::uint32_t slot, std::uint32_t ghash) {
+        hashes[slot] = ghash;
         Word& word = used[slot / 64];
         word |= Word{1} << slot % 64;
         if (word == ~Word{0}) full[slot / 4096] |= Word{1} << slot / 64 % 64;
     }
-    void Enter(Entry const& entry) {
-        std::size_t i = Home(entry.hash);
-        while (entries[i].slot != kNone) i = Next(i);
-        entries[i] = entry;
-    }
+    std::uint32_t ListUsed(std::uint32_t* slots) const;
     void EnterAll(HashIndex const& old, std::uint32_t const* moved);
-    std::uint32_t FreeSlotBeyond(std::uint32_t home, std::uint32_t quotient) const;
+    std::uint32_t FreeSlotBeyond(std::uint32_t ghash, std::uint32_t home) const;
     std::uint32_t FreeFrom(std::uint32_t slot) const;
 
     std::uint32_t size;
-    std::size_t mask;                         // entries, a power of 2 above size, less 1
-    unsigned shift;                           // from the hash of a fingerprint to an entry
-    std::unique_ptr<std::uint32_t[]> places;  // by slot: the GHash of its text
+    std::size_t mask;  // entries, a power of 2 above size, less 1
+    unsigned shift;    // from the hash of a fingerprint to an entry
+    unsigned quotient_shift = 0;
+    std::uint64_t reciprocal = 0;             // 2^quotient_shift / size + 1; 0 from 2^24 slots on
+    std::unique_ptr<std::uint32_t[]> hashes;  // by slot: the GHash of its text
     std::unique_ptr<Entry[]> entries;
     std::unique_ptr<Word[]> used;  // a bit for each slot; those behind the last one are set
     std::unique_ptr<Word[]> full;  // a bit for each word of `used` without a zero, likewise
