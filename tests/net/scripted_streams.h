@@ -8,6 +8,17 @@
 
 #include "tests/support/test.h"
 
+// The exception that `act` throws, with its code.
+template <class Act>
+std::string Thrown(Act const& act) {
+    try {
+        act();
+    } catch (SockIO::BaseException const& e) {
+        return e.ToString().Get() + (' ' + std::to_string(e.Code()));
+    }
+    return "";
+}
+
 class Sink : public OSockStream {
 public:
     explicit Sink(unsigned seed = 0) : random(seed), steady(seed == 0) {}

@@ -9,34 +9,30 @@ using SockIO::SockAddr;
 // Of a text that is no reference stays what was read, with the family that was given.
 TEST(SockAddr, ReadsReferencesAndTakesOverAddresses) {
     String_t const longest("/" + String_t(std::string(106, 'a'))), here("127.0.0.1");
-    struct {
-        String_t ref;
-        int given, port, family;
-        unsigned size;
-        String_t host, ip;
-        bool valid;  // before it is looked up
-    } const rows[] = {{here + ":0", 1, 0, 2, 16, here, here, false},
-                      {"[0::1]:65535", 0, 65535, 10, 28, "0::1", "::1", true},
-                      {longest, 0, 0, 1, 110, longest, longest, true},
-                      {"[::1", 2, 0, 2, 16, "localhost", here, false}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.ref);
-        SockAddr address(row.ref, row.given);
-        EXPECT_TRUE(!address.Rep() && address.Host() == row.host && address.Port() == row.port);
-        EXPECT_TRUE(address.IsValid() == row.valid && address.Init() == 0);
-        EXPECT_TRUE(address.Family() == row.family && address.Size() == row.size);
+    // The last column: before it is looked up.
+    Rows<String_t, int, int, int, unsigned, String_t, String_t, bool> const rows = {
+        {here + ":0", 1, 0, 2, 16, here, here, false},
+        {"[0::1]:65535", 0, 65535, 10, 28, "0::1", "::1", true},
+        {longest, 0, 0, 1, 110, longest, longest, true},
+        {"[::1", 2, 0, 2, 16, "localhost", here, false}};
+    for (auto const& [ref, given, port, family, size, host, ip, valid] : rows) {
+        SCOPED_TRACE(ref);
+        SockAddr address(ref, given);
+        EXPECT_TRUE(!address.Rep() && address.Host() == host && address.Port() == port);
+        EXPECT_TRUE(address.IsValid() == valid && address.Init() == 0);
+        EXPECT_TRUE(address.Family() == family && address.Size() == size);
         SockAddr const taken(*address.Get(), 0);
-        EXPECT_TRUE(taken.Host() == row.ip && taken.Port() == row.port);
+        EXPECT_TRUE(taken.Host() == ip && taken.Port() == port);
         EXPECT_EQ(0, std::memcmp(address.Get(), taken.Get(), taken.Size()));
         SockAddr copy(taken);
         copy = *&copy;
-        bool const in = row.family != AF_UNIX;
-        EXPECT_TRUE(copy.Port(2) == row.port && copy.Rep()->GetPort() == (in ? 2 : 0));
+        bool const in = family != AF_UNIX;
+        EXPECT_TRUE(copy.Port(2) == port && copy.Rep()->GetPort() == (in ? 2 : 0));
         copy.Rep()->SetPort(3);
-        EXPECT_TRUE(copy.Port() == 2 && taken.Rep()->GetPort() == row.port);
+        EXPECT_TRUE(copy.Port() == 2 && taken.Rep()->GetPort() == port);
         copy.AdjustPort();
         address = copy;
-        EXPECT_TRUE(address.Port() == (in ? 3 : 0) && address.Host() == row.ip);
+        EXPECT_TRUE(address.Port() == (in ? 3 : 0) && address.Host() == ip);
     }
     SockAddr any(80, AF_INET6);
     EXPECT_TRUE(any.Init() == 0 && any.IpAddr() == "::" && SockAddr(nullptr).IsValid());

@@ -135,8 +135,7 @@ TEST(SockStreamFailures, RaiseTheirBitAndThrow) {
         stream.Timeout(0);
         if (input) pair.Say(input), pair.far.Reset();
         EXPECT_EQ(0u, stream.Exceptions(15));
-        std::string thrown;
-        try {
+        std::string const thrown = Thrown([&stream, &uses = uses, &write_only] {
             long number;
             for (char const use : uses) {
                 if (use == 'b') stream.Bind(write_only.Get());
@@ -145,11 +144,9 @@ TEST(SockStreamFailures, RaiseTheirBitAndThrow) {
                 if (use == 'u') stream.Unbind();
                 if (use == 'w') stream << 1 << endm;
             }
-        } catch (SockIO::BaseException const& e) {
-            thrown = e.ToString();
-            EXPECT_EQ(stream.Fd(), e.Code()) << uses;
-        }
-        EXPECT_TRUE(text == thrown && bits == stream.Status()) << uses << ' ' << thrown;
+        });
+        EXPECT_EQ(text + ' ' + std::to_string(stream.Fd()), thrown);
+        EXPECT_EQ(bits, stream.Status()) << thrown;
     }
     SocketPair gone;
     gone.far.Reset();

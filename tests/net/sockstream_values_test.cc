@@ -33,16 +33,6 @@ TEST(SockStreamValues, AreNotSentWhenTheyDoNotFit) {
     EXPECT_EQ(BigEnd(1u << 31, 8) + BigEnd(0xffffffffu, 8), out.Content());
 }
 
-template <class Act>
-std::string Thrown(Act const& act) {
-    try {
-        act();
-    } catch (SockIO::BaseException const& e) {
-        return e.Kind();
-    }
-    return "";
-}
-
 // Each value next to its bytes, one at a time; texts for C and characters go on after a failure.
 TEST(SockStreamValues, AreWrittenAsByteAfterByte) {
     std::string digits;

@@ -34,9 +34,10 @@ Value Take(ISockStream& in) {
 }
 
 inline Value TakeChars(ISockStream& in) {
-    std::vector<char> raw(40000);
+    std::vector<char> raw(1 << 17);
     in >> raw.data();
-    return {raw.data(), [raw](OSockStream& out) { out << raw.data(); }};
+    return {raw.data(),
+            [text = std::string(raw.data())](OSockStream& out) { out << text.c_str(); }};
 }
 
 inline std::map<char, Value (*)(ISockStream&)> const take = {
