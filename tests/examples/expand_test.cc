@@ -1,10 +1,6 @@
 // Runs the program on texts and looks at what it prints.
 #include "program.h"
 
-namespace {
-
-using namespace std::string_literals;
-
 using Expand = Program;
 
 TEST_F(Expand, SubstitutesLineByLine) {
@@ -17,21 +13,16 @@ TEST_F(Expand, SubstitutesLineByLine) {
         {"", "${a\nb}\n", "\nb}\n0"}};
     for (auto const& [options, text, want] : rows) {
         WriteFile("in", text);
-        for (char const* from : {" <in", " in"})
-            EXPECT_EQ(want, Answer(EXPAND_COMMAND " " + options + from)) << options;
+        Answers(EXPAND_COMMAND, {{options + " <in", want}, {options + " in", want}});
     }
 }
 
 TEST_F(Expand, RefusesWhatItCannotUse) {
     WriteFile("good", "$a\n");
-    WriteFile("zero", "a\n\0b\n$a c"s);
+    WriteFile("zero", std::string("a\n\0b\n$a c", 9));
     fs::create_directory("dir");
-    std::string const rows[][2] = {{"good zero", "expand: more than one file: zero\n1"},
-                                   {"dir", "expand: cannot read dir: Is a directory\n1"},
-                                   {"-D a=1 zero", "a\n1 czero:2: zero byte in the line\n1"},
-                                   {"good >/dev/full", "expand: cannot write standard output\n1"}};
-    for (auto const& [arguments, want] : rows)
-        EXPECT_EQ(want, Answer(EXPAND_COMMAND " " + arguments)) << arguments;
+    Answers(EXPAND_COMMAND, {{"good zero", "expand: more than one file: zero\n1"},
+                             {"dir", "expand: cannot read dir: Is a directory\n1"},
+                             {"-D a=1 zero", "a\n1 czero:2: zero byte in the line\n1"},
+                             {"good >/dev/full", "expand: cannot write standard output\n1"}});
 }
-
-}  // namespace

@@ -24,6 +24,11 @@ struct Program : testing::Test {
         int const status = Run(command);
         return out + err.substr(0, err.find("usage: ")) + std::to_string(status);
     }
+    // The answers to arguments.
+    void Answers(std::string const& command, Rows<std::string, std::string> const& rows) {
+        for (auto const& [arguments, want] : rows)
+            EXPECT_EQ(want, Answer(command + ' ' + arguments)) << arguments;
+    }
 
     FreshFolder const folder;
     std::string out, err;
