@@ -1,8 +1,6 @@
 // Runs the program on small layouts and looks at the table and the picture that it makes of them.
 #include "program.h"
 
-namespace {
-
 using namespace std::string_literals;
 
 struct Fracture : Program {
@@ -143,5 +141,3 @@ TEST_F(Fracture, DrawsAPanelForEachFile) {
         EXPECT_EQ(count, found) << part << " in\n" << svg;
     }
 }
-
-}  // namespace

@@ -7,8 +7,6 @@
 #include "tests/net/sockets.h"
 #include "tests/support/fresh_folder.h"
 
-namespace {
-
 using ClientSocket = SocketTest;
 
 // Connects with and without a time-out, which have to agree. Returns 0 or the error.
@@ -77,5 +75,3 @@ TEST_F(ClientSocket, WaitsForAFullServerUntilASignalOrTheTimeOut) {
     EXPECT_TRUE(client.Connect(1, error) == -1 && error == ETIMEDOUT && client.Fd() == -1);
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(990));
 }
-
-}  // namespace

@@ -11,8 +11,6 @@
 #include "tests/net/typed_values.h"
 #include "tests/support/fresh_folder.h"
 
-namespace {
-
 constexpr int kMessages = 1000;
 
 // The peer as a process that connects to us.
@@ -113,5 +111,3 @@ TEST(WireFormatPage, TellsTheBytes) {
     ipstream peer(("python3 " PEER_SCRIPT " decode " + types + all_hex).c_str());
     EXPECT_EQ(expected, std::string(std::istreambuf_iterator<char>(peer), {}));
 }
-
-}  // namespace

@@ -32,11 +32,10 @@ void SearchAmong(int span, unsigned taken) {
         if (taken >> i & 1) others.emplace_back(kFirst + i, OwnHost()).Listen(0);
     int port = span ? getpid() % span : 0, tries = 0;
     for (; taken >> port & 1 && tries <= span; ++tries) port = (port + 1) % (span + 1);
-    bool const want = tries <= span;
     ServerSocketIn server(kFirst, kFirst + span, OwnHost());
     int const fd = server.Listen(0), error = errno;
-    EXPECT_TRUE(want ? IsPlain(fd) : fd == -1 && error == EADDRINUSE) << taken;
-    EXPECT_EQ(kFirst + (want ? port : 0), PortOf(server)) << taken;
+    EXPECT_TRUE(tries <= span ? IsPlain(fd) : fd == -1 && error == EADDRINUSE) << taken;
+    EXPECT_EQ(kFirst + (tries <= span ? port : 0), PortOf(server)) << taken;
 }
 
 // Every pattern of ports in use, for ranges of 1 to 4 ports, in several processes.

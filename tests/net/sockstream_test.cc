@@ -148,9 +148,7 @@ TEST(SockStreamFailures, RaiseTheirBitAndThrow) {
         EXPECT_EQ(text + ' ' + std::to_string(stream.Fd()), thrown);
         EXPECT_EQ(bits, stream.Status()) << thrown;
     }
-    SocketPair gone;
-    gone.far.Reset();
-    OSockStream(gone.near.Get()).Write("1", 1).Exceptions(15);  // nothing leaves the destructor
+    OSockStream(write_only.Get() + 999).Write("1", 1).Exceptions(15);  // none leaves the destructor
 }
 
 TEST(ISockStream, ReadsLines) {

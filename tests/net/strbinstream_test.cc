@@ -2,8 +2,6 @@
 
 #include "tests/support/test.h"
 
-namespace {
-
 TEST(StrBinStream, GrowsByDoublingAndReadsBack) {
     Rows<unsigned, unsigned, unsigned> const rows = {{16, 16, 16},     {16, 40, 64},     {0, 2, 4},
                                                      {1, 8192, 16384}, {1, 9000, 16384}, {8, 0, 8}};
@@ -39,5 +37,3 @@ TEST(StrBinStream, FillsFixedMemoryAndThenEnds) {
     EXPECT_TRUE(empty.Str() && empty.Status() == SockStream::kEof);
     EXPECT_TRUE(none.Flush() == -1 && none.Status() == SockStream::kBad);
 }
-
-}  // namespace
