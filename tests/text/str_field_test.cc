@@ -32,15 +32,12 @@ TEST(StrField, LengthAndShiftsTakeAnyCount) {
             EXPECT_EQ(blanks + text.substr(0, text.size() - shift) + '#', right) << n;
         }
     }
-    EXPECT_EQ(2, str_length("a\t ", 3) + str_length("   ", 3) + str_length(nullptr, 3));
-    for (auto* const shift : {str_lshft, str_rshft}) shift(nullptr, 3, 1);
 }
 
 TEST(StrField, CaseConvertsTheShorterLength) {
     char text[] = "Ab-Cd-EF";
     int const lengths[] = {1, 9, -1};
     tolower_(text, &lengths[1], 4), tolower_(text, &lengths[2], 5), toupper_(text, lengths, 3);
-    toupper_(nullptr, lengths, 3);
     EXPECT_STREQ("Ab-cd-EF", text);
 }
 
@@ -49,8 +46,7 @@ TEST(StrFmtMulCols, GoesDownTheColumns) {
     auto const print = [](void* element) { listing += *static_cast<char*>(element); };
     auto const falling = [](void const* a, void const* b) { return -std::memcmp(a, b, 1); };
     Rows<int, int, char const*> const rows = {
-        {5, 2, "41/30/2/"}, {3, INT_MAX, "012/"}, {3, 0, ""}, {3, -2, ""},
-        {1, -2, "0/"},      {0, -2, "/"},         {-3, 2, ""}};
+        {5, 2, "41/30/2/"}, {3, INT_MAX, "012/"}, {3, 0, ""}, {1, -2, "0/"}, {0, -2, "/"}};
     for (auto const& [count, columns, want] : rows) {
         char elements[] = "01243";  // sorted where all are listed
         str_fmt_mul_cols(elements, count, 1, count == 5 ? +falling : nullptr, columns, print,

