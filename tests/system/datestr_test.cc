@@ -8,7 +8,6 @@ TEST(DateStr, WritesTheFixedForms) {
     char text[55];
     for (auto const& [day, month, year, second, want] :
          {std::tuple(5, 10, 126, 59, "05-NOV-26 14:03:59"),
-          {1, 12, 0, INT_MIN, "01-DEC-00 14:03:-2147483648"},
           {INT_MIN, -1, -1, 7, "-2147483648-JAN-99 14:03:07"}}) {
         struct tm fields = {second, 3, 14, day, month, year, 0, 0, 0, 0, nullptr};
         int const length = CreateDateStr(text, &fields);

@@ -11,7 +11,6 @@ static bool Matches(char const* pattern, char const* name) {
 }
 
 TEST(FnameMatch, AgreesWithTheRules) {
-    EXPECT_TRUE(fname_match(nullptr, nullptr) == 0 && fname_match("?", nullptr) == -1);
     std::mt19937 random(7);
     for (int i = 0; i < 50000; ++i) {
         std::string const p = RandomText(random, 7, "ab*?*a"), name = RandomText(random, 8, "ab");

@@ -28,25 +28,4 @@ TEST_F(PipeStream, WritesTheInputAndWaits) {
     EXPECT_TRUE(to.fail() && big == ReadFile("late"));
     opstream("sh script 0") << "short";  // the destructor waits, too
     EXPECT_EQ("short", ReadFile("late"));
-    EXPECT_EQ(1, InChild([] {
-                  close(0);  // the read end becomes 0, and is closed as such
-                  opstream to("cat");
-                  return to.close(), to.fail();
-              }));
-}
-
-TEST_F(PipeStream, FailsWhenClosedOrOpenedTwice) {
-    opstream twice("cat");
-    twice.open("cat");
-    EXPECT_TRUE(twice.fail());
-    twice.close();
-    EXPECT_GT(waitpid(-1, nullptr, 0), 0);  // the first command has been forgotten
-    ipstream in("false");
-    in.exceptions(std::ios_base::failbit);  // not from the destructor
-    int const number = in.rdbuf()->fd();
-    EXPECT_EQ(FD_CLOEXEC, fcntl(number, F_GETFD));  // not for programs of other threads
-    in.basic_ifdstream::close();
-    ASSERT_EQ(number, dup2(0, number));
-    EXPECT_THROW(in.close(), std::ios_base::failure);
-    EXPECT_FALSE(IsOpen(number)) << "the number is closed twice";
 }
