@@ -9,15 +9,12 @@ struct Out : OutputBuffer<char> {
         sent.append(base, cur);
         return static_cast<int>(std::exchange(cur, base) - base);
     }
-    std::string Put(std::string const& text) {
-        std::string results;
-        for (char const& c : text) results += std::to_string(PutByte(&c));
-        return results + sent;
-    }
     std::string sent;
 };
 
-TEST(Buffers, AskAtTheirEnds) {
-    EXPECT_EQ("0003003abcdef", Out(3u).Put("abcdefg"));
-    EXPECT_EQ("011ab", Out(0u).Put("abc"));  // room for one
+TEST(OutputBuffer, FlushesWhenItIsFull) {
+    Out out(3u);
+    std::string results;
+    for (char const& c : std::string("abcdefg")) results += std::to_string(out.PutByte(&c));
+    EXPECT_EQ("0003003abcdef", results + out.sent);
 }

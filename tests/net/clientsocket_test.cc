@@ -24,37 +24,25 @@ int ConnectError(Client&& client) {
 
 TEST_F(ClientSocket, ConnectsOrReportsEachFailure) {
     FreshFolder const folder;
-    String_t const host = OwnHost(), foreign("192.0.2.77"), longer(std::string(108, '/').c_str());
-    ServerSocketIn server(0, host), six(0, "::1"), gone(0, host);
-    ServerSocketUn local("./sock"), cut(std::string(150, 'p').c_str());
-    ASSERT_TRUE(server.Listen(0) >= 0 && gone.Listen(0) >= 0);
-    ASSERT_TRUE(local.Listen(0) >= 0 && cut.Listen(0) >= 0);
+    String_t const host = OwnHost(), longest("./" + String_t(std::string(105, 'p').c_str()));
+    ServerSocketIn server(0, host), gone(0, host);
+    ServerSocketUn local(longest + "cut off");
+    ASSERT_TRUE(server.Listen(0) >= 0 && gone.Listen(0) >= 0 && local.Listen(0) >= 0);
     gone.Close();
     unsigned short const port = PortOf(gone);
     EXPECT_EQ(ECONNREFUSED, ConnectError(ClientSocketIn(port, host)));
-    SockIO::SockAddr name;
-    bool const has_six = six.Listen(0) >= 0 && six.GetSocketName(name) == 0;
-    EXPECT_EQ(0, has_six ? ConnectError(ClientSocketIn(name.Port(), "::1"))
-                         : errno - EADDRNOTAVAIL);  // not every machine has IPv6
     EXPECT_EQ(0, ConnectError(ClientSocketIn(server.RefString())));
-    EXPECT_EQ(0, ConnectError(ClientSocketIn("./sock")));
-    EXPECT_EQ(0, ConnectError(ClientSocketUn("./sock")));
-    EXPECT_EQ(0, ConnectError(ClientSocketUn(std::string(107, 'p').c_str())));
+    EXPECT_EQ(0, ConnectError(ClientSocketIn(longest)));
+    EXPECT_EQ(0, ConnectError(ClientSocketUn(longest)));
     EXPECT_EQ(EAI_ADDRFAMILY, ConnectError(ClientSocketIn(port, AF_INET6, host)));
     EXPECT_EQ(EADDRINUSE, ConnectError(ClientSocketIn(port, PortOf(server), host, host)));
-    EXPECT_EQ(EADDRNOTAVAIL, ConnectError(ClientSocketIn(port, port, AF_INET, host, foreign)));
     // A local address that is not found is not used, and without a port not looked up.
     EXPECT_EQ(ECONNREFUSED, ConnectError(ClientSocketIn(port, port, host, "::1%none")));
-    EXPECT_EQ(ECONNREFUSED, ConnectError(ClientSocketIn(port, 0, host, foreign)));
-    EXPECT_EQ(EINVAL, ConnectError(ClientSocketIn(longer, 9)));
+    EXPECT_EQ(ECONNREFUSED, ConnectError(ClientSocketIn(port, 0, host, "192.0.2.77")));
     EXPECT_EQ(ENOENT, ConnectError(ClientSocketUn("./none")));
-    ClientSocketIn moved(1, port, "127.0.0.1", host);
+    ClientSocketIn moved(1, "127.0.0.1");
     EXPECT_TRUE(moved.Port(PortOf(server)) == 1 && moved.Hostname(host) == "127.0.0.1");
-    UniqueFd const fd(moved.Connect());
-    sockaddr_in own = {};
-    EXPECT_TRUE(moved.GetSocketName(fd.Get(), own) == 0 && ntohs(own.sin_port) == port);
-    int error = 0;
-    EXPECT_TRUE(ClientSocketUn().Connect(2147484, error) == -1 && error == EINVAL);
+    EXPECT_EQ(0, ConnectError(std::move(moved)));
     NoDescriptors const limit;
     EXPECT_EQ(EMFILE, ConnectError(ClientSocketUn("./none")));
 }

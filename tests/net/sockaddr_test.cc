@@ -45,15 +45,8 @@ TEST(SockAddr, KeepsOrDropsItsAddressWhenAnotherIsNotFound) {
     EXPECT_TRUE(address.IpAddr() == "::1" && address.Init() == EAI_ADDRFAMILY);
     local.Host(String_t(std::string(108, 'a')));
     EXPECT_TRUE(!local.Rep() && local.Init() == EINVAL && !local.Rep() && !local.Get());
-
-    sockaddr_un unterminated = {AF_UNIX, {}};
-    std::memset(unterminated.sun_path, 'p', sizeof unterminated.sun_path);
-    EXPECT_EQ(0, address.Init(reinterpret_cast<sockaddr&>(unterminated), 1));
-    EXPECT_TRUE(address.Host().Len() == 108 && address.GetHostname() == address.Host());
-    address.Host("/x");
-    EXPECT_STREQ("/x", address.IpAddr()) << "by the family that was found";
-    sockaddr_in here = {AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
-    address.Init(reinterpret_cast<sockaddr&>(here), 1);
+    sockaddr_in const here = {AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+    address.Init(reinterpret_cast<sockaddr const&>(here), 1);
     EXPECT_TRUE(address.Host() == address.GetHostname() && address.IpAddr() == "127.0.0.1");
     sockaddr const other = {AF_PACKET, {}};
     EXPECT_TRUE(address.Init(other, 1) == EAFNOSUPPORT && !address.Rep() && address.Host() == "");
