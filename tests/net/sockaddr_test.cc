@@ -25,14 +25,10 @@ TEST(SockAddr, ReadsReferencesAndTakesOverAddresses) {
         EXPECT_TRUE(taken.Host() == ip && taken.Port() == port);
         EXPECT_EQ(0, std::memcmp(address.Get(), taken.Get(), taken.Size()));
         SockAddr copy(taken);
-        copy = *&copy;
-        bool const in = family != AF_UNIX;
-        EXPECT_TRUE(copy.Port(2) == port && copy.Rep()->GetPort() == (in ? 2 : 0));
         copy.Rep()->SetPort(3);
-        EXPECT_TRUE(copy.Port() == 2 && taken.Rep()->GetPort() == port);
         copy.AdjustPort();
-        address = copy;
-        EXPECT_TRUE(address.Port() == (in ? 3 : 0) && address.Host() == ip);
+        EXPECT_TRUE(copy.Port() == (family != AF_UNIX ? 3 : 0) && copy.Host() == ip);
+        EXPECT_EQ(port, taken.Rep()->GetPort());
     }
     SockAddr any(80, AF_INET6);
     EXPECT_TRUE(any.Init() == 0 && any.IpAddr() == "::" && SockAddr(nullptr).IsValid());

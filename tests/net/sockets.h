@@ -49,15 +49,4 @@ struct NoDescriptors {
     ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &before); }
 };
 
-// A signal with a handler every 5 milliseconds: one that comes too early does no harm.
-struct Interrupts {
-    Interrupts() {
-        struct sigaction action = {};
-        action.sa_handler = [](int) {};
-        sigaction(SIGALRM, &action, nullptr);
-        ualarm(5000, 5000);
-    }
-    ~Interrupts() { ualarm(0, 0); }
-};
-
 #endif

@@ -27,8 +27,6 @@ TEST(SockStreamValues, AreNotSentWhenTheyDoNotFit) {
         if (static_cast<long>(value) == value) out << static_cast<long>(value);
         EXPECT_EQ(sizeof(long) > 4 ? 2u : 0u, out.Clear()) << value;
     }
-    if (sizeof(long) > 4) out << static_cast<unsigned long>(1ull << 32);
-    EXPECT_EQ(sizeof(long) > 4 ? 2u : 0u, out.Clear());
     out << static_cast<long>(INT_MIN) << 0xfffffffful;
     EXPECT_EQ(BigEnd(1u << 31, 8) + BigEnd(0xffffffffu, 8), out.Content());
 }

@@ -21,19 +21,14 @@ TEST(StrBinStream, GrowsByDoublingAndReadsBack) {
         in.Exceptions(SockStream::kEof);
         EXPECT_THROW(in.Fill(), SockIO::EndOfInput);
     }
-    EXPECT_EQ(0, IStrBinStream(nullptr, 5).Fill());
 }
 
 TEST(StrBinStream, FillsFixedMemoryAndThenEnds) {
     char memory[9] = "--------";
-    OStrBinStream(memory, 8).Write("x", 1);
-    EXPECT_STREQ("--------", memory);  // what was not flushed is lost
-    OStrBinStream out(memory, 8), empty(8), none(nullptr, 8);
+    OStrBinStream out(memory, 8);
     EXPECT_TRUE(out.Write("abcdefghijkl", 12).Flush() == 8 && out.Good());
     EXPECT_STREQ("abcdefgh", memory);
     EXPECT_TRUE(out.Flush() == 0 && out.Status() == SockStream::kEof && out.Flush() == -1);
     out.Exceptions(SockStream::kEof);
     EXPECT_THROW(out.Str(), SockIO::EndOfInput);
-    EXPECT_TRUE(empty.Str() && empty.Status() == SockStream::kEof);
-    EXPECT_TRUE(none.Flush() == -1 && none.Status() == SockStream::kBad);
 }
