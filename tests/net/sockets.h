@@ -1,11 +1,10 @@
-// Real sockets on a loopback address of this test process alone, and ways to make calls fail.
+// Real sockets on a loopback address of this test process alone.
 #ifndef KORBASE_TESTS_NET_SOCKETS_H
 #define KORBASE_TESTS_NET_SOCKETS_H
 
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/resource.h>
 
 #include <filesystem>
 
@@ -37,16 +36,5 @@ inline String_t OwnHost() {
 inline unsigned short PortOf(ServerSocketIn const& server) {
     return SockIO::SockAddr(server.RefString()).Port();
 }
-
-// No further descriptor can be opened.
-struct NoDescriptors {
-    rlimit before;
-    NoDescriptors() {
-        getrlimit(RLIMIT_NOFILE, &before);
-        rlimit const lowest = {static_cast<rlim_t>(UniqueFd(dup(0)).Get()), before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &lowest);
-    }
-    ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &before); }
-};
 
 #endif

@@ -13,13 +13,10 @@ TEST(StrBinStream, GrowsByDoublingAndReadsBack) {
         char const* const content = out.Str();
         EXPECT_EQ(bytes, std::string(content, out.Len()));
         EXPECT_EQ(capacity, out.Capacity()) << size << ' ' << length;
-        ByteString const copy(content, length);
-        IStrBinStream in(out), source(copy);
-        String_t back, line;
-        in.Readln(back, nullptr), source.Readln(line, nullptr);
-        EXPECT_TRUE(back == bytes.c_str() && line == back && in.Fill() == (length ? 0 : -1));
-        in.Exceptions(SockStream::kEof);
-        EXPECT_THROW(in.Fill(), SockIO::EndOfInput);
+        IStrBinStream in(out);
+        String_t back;
+        in.Readln(back, nullptr);
+        EXPECT_TRUE(back == bytes.c_str() && in.Fill() == (length ? 0 : -1));
     }
 }
 
