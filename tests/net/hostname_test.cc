@@ -3,25 +3,17 @@
 #include <netdb.h>
 
 #include "net/addrinfo.h"
-#include "net/sockaddr.h"
 #include "tests/support/test.h"
 
-// Errors of the resolver keep the address before.
+// Errors of the resolver keep the text before.
 TEST(Hostname, IsLookedUp) {
-    Rows<char const*, int, char const*, char const*> const rows = {
-        {"::1", 0, "::1", "::1"},
-        {"::1%none", EAI_NONAME, "old", "127.0.0.9"},
-        {"localhost", 0, "127.0.0.1", "127.0.0.1"}};
-    for (auto const& [host, error, want, socket_ip] : rows) {
+    Rows<char const*, int, char const*> const rows = {
+        {"::1", 0, "::1"}, {"::1%none", EAI_NONAME, "old"}, {"localhost", 0, "127.0.0.1"}};
+    for (auto const& [host, error, want] : rows) {
         String_t ip("old"), name("old");
         EXPECT_TRUE(error == SockIO::GetIpAddress(ip, host) && ip == want) << host;
         EXPECT_EQ(error, SockIO::GetCanonicalHostname(name, host)) << host;
         EXPECT_STREQ(error ? "old" : host, name);
-        SockIO::SockAddr address("127.0.0.9:1");
-        address.Init();
-        address.Host(host);
-        EXPECT_STREQ(socket_ip, address.IpAddr()) << host;
-        EXPECT_EQ(error, address.Init()) << host;
     }
     String_t ip("");
     SockIO::GetIpAddress(ip, SockIO::GetHostname());

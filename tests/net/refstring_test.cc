@@ -16,14 +16,12 @@ TEST(RefString, IsWrittenAsPathOrWithThePort) {
 
 // A port of -1: not a reference; the host is stored then, unless its bracket is missing.
 TEST(RefString, IsReadWithHostsPortsAndServices) {
-    String_t const h(std::string(255, 'h')), most = "[" + h + "]:1", more = "[h" + h + "]:1";
+    String_t const h(std::string(255, 'h')), more = "[h" + h + "]:1";
     Rows<char const*, char const*, int, int> const rows = {
-        {"*:ftp", "", 21, 0},           {":\t ftp\nx", "", 21, 0},  {nullptr, "", 0, 1},
-        {"a[b]:1", "a[b]", 1, 0},       {" /a:1", "/a", 1, 0},      {"[]:1", "", 1, 0},
-        {"a :00080x", "a ", 80, 0},     {"a:65535", "a", 65535, 0}, {"a:65536", "a", -1, 9},
-        {"a:ftp ", "a", -1, 9},         {"[::1", "old", -1, 9},     {most, h, 1, 0},
-        {&most[1], h, -1, 9},           {more, "old", -1, 9},       {"./a:1", "./a:1", 0, 1},
-        {"\n [::1]: 7:8", "::1", 7, 0}, {"host", "host", -1, 9},    {"[[:a]:1]:2", "[:a", 1, 0}};
+        {"*:ftp", "", 21, 0},           {nullptr, "", 0, 1},     {" /a:1", "/a", 1, 0},
+        {"a :00080x", "a ", 80, 0},     {"a:65536", "a", -1, 9}, {"a:ftp ", "a", -1, 9},
+        {"[::1", "old", -1, 9},         {more, "old", -1, 9},    {"./a:1", "./a:1", 0, 1},
+        {"\n [::1]: 7:8", "::1", 7, 0}, {"host", "host", -1, 9}, {"[[:a]:1]:2", "[:a", 1, 0}};
     for (auto const& [ref, name, number, kind] : rows) {
         String_t host("old");
         unsigned short port = 7;

@@ -7,10 +7,8 @@ TEST(RpcDecomposeHostName, SplitsAndCuts) {
     Rows<char const*, unsigned, char const*, unsigned short> const rows = {
         {"host:7000", 5, "host", 7000}, {"a:70000", 9, "a", 4464},
         {"host", 4, "hos", 0},          {":7000", 10, "localhost", 7000},
-        {"a: +12x", 9, "a", 12},        {"a:b:5", 9, "a", 0},
-        {":", 6, "local", 0},           {"a:4294967296", 9, "a", 65535},
-        {"h:1", 0, "##########", 1},    {"h:1", 1, "", 1},
-        {"", 10, "localhost", 0}};
+        {"a: +12x", 9, "a", 12},        {"a:4294967296", 9, "a", 65535},
+        {"h:1", 0, "##########", 1},    {"a:b:5", 9, "a", 0}};
     for (auto const& [text, size, want, number] : rows) {
         char host[] = "##########";
         unsigned short port = 9;

@@ -44,7 +44,6 @@ TEST_F(ServerSocket, ChangesItsAddressOnlyWhileItDoesNotListen) {
     server.Close();
     EXPECT_TRUE(server.Port(0) == bound.Port() && server.Listen(0) >= 0);
     ASSERT_TRUE(fixed.Listen(0) >= 0 && fixed.Listen(0) >= 0) << "in place of the first";
-    EXPECT_TRUE(ServerSocketIn(0, host, AF_INET6).Listen(0) == -1 && errno == EAI_ADDRFAMILY);
     EXPECT_TRUE(ServerSocketIn(0, "192.0.2.77").Listen(0) == -1 && errno == EADDRNOTAVAIL);
     EXPECT_EQ(before + 2, OpenDescriptors());
 }
@@ -99,8 +98,6 @@ TEST_F(ServerSocket, MakesAndRemovesTheFileOfALocalSocket) {
     EXPECT_TRUE(exists() && stale.Listen(0) == -1 && errno == EADDRINUSE);
     static_cast<ServerSocketBase&>(stale).Close();
     EXPECT_TRUE(!exists() && stale.Listen(0) >= 0 && exists() && stale.RefString() == "sock");
-    stale.Close();
-    EXPECT_FALSE(exists());
 }
 
 }  // namespace
