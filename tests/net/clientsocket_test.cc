@@ -46,7 +46,8 @@ TEST_F(ClientSocket, WaitsForAFullServerUntilTheTimeOut) {
     UniqueFd const only(ClientSocketIn(full.RefString()).Connect());
     ClientSocketIn client(full.RefString());
     int error = 0;
-    EXPECT_TRUE(client.Connect(2147484, error) == -1 && error == EINVAL);
+    EXPECT_TRUE(client.Connect(2147484, error) == -1 && std::exchange(error, 0) == EINVAL);
+    EXPECT_TRUE(ClientSocketUn().Connect(2147484, error) == -1 && error == EINVAL);
     auto const start = std::chrono::steady_clock::now();
     EXPECT_TRUE(client.Connect(1, error) == -1 && error == ETIMEDOUT && client.Fd() == -1);
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(990));

@@ -1,7 +1,5 @@
 #include "net/serversocket.h"
 
-#include <netdb.h>
-
 #include <list>
 
 #include "net/clientsocket.h"

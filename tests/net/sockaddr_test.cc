@@ -22,10 +22,10 @@ TEST(SockAddr, ReadsReferencesAndTakesOverAddresses) {
         SockAddr const taken(*address.Get(), 0);
         EXPECT_TRUE(taken.Host() == ip && taken.Port() == port);
         EXPECT_EQ(0, std::memcmp(address.Get(), taken.Get(), taken.Size()));
-        SockAddr copy(taken);
-        copy.Rep()->SetPort(3);
-        copy.AdjustPort();
-        EXPECT_TRUE(copy.Port() == (family != AF_UNIX ? 3 : 0) && copy.Host() == ip);
+        address = taken;
+        address.Rep()->SetPort(3);
+        address.AdjustPort();
+        EXPECT_TRUE(address.Port() == (family != AF_UNIX ? 3 : 0) && address.Host() == ip);
         EXPECT_EQ(port, taken.Rep()->GetPort());
     }
 }
