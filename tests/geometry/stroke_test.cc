@@ -89,11 +89,9 @@ TEST(Stroke, NothingToDrawOrNowhereToDrawItIsHarmless) {
     std::string codes;  // none of the font
     for (int code = 127; code < 256 + ' '; ++code) codes += static_cast<char>(code);
     Drawing drawing = Plot(codes);
-    stroke_plot_string("A", -2147483647, Keep, &drawing, 0, 0);
     stroke_plot_string(nullptr, 3, Keep, &drawing, 0, 0);
     EXPECT_EQ(Drawing(), drawing);
     stroke_plot_string("A", 1, nullptr, nullptr, 0, 0);
-    stroke_inq_textstring_extent("A", 1, nullptr, 0, 0);
 }
 
 TEST(Stroke, SixteenBitsOfAMarkerKindCount) {

@@ -47,6 +47,9 @@ def main():
         expect("development", headers | manual() | package | printers | {link, f"{lib}/pkgconfig/korbase.pc"},
                development)
         expect("a component is missing", set(), install("Unspecified"))
+        page = (prefix / "share/man/man3/str_todouble.3").read_text()  # of a comment about three functions
+        for text in ".B #include <text/str_number.h>", "text, double* out);", "\\fIKept:\\fP the", ".BR str_toint (3)":
+            expect(f"{text} is in the page of str_todouble", True, text in page)
 
         moved = prefix.rename(prefix.with_name("moved"))  # what was installed does not know where
         build_and_run(architecture, moved / lib, prefix.with_name("outside"), static)
