@@ -1,8 +1,6 @@
-// What standard C++ expects of every value and container: moves, swap, range-for, views, hashes,
-// structured bindings.
+// What standard C++ expects of every value and container: moves, swap, range-for, views, bindings.
 #include <string_view>
 #include <type_traits>
-#include <unordered_set>
 
 #include "containers/set.h"
 #include "generic/autoarr"
@@ -48,13 +46,6 @@ TEST(Idioms, TableEntriesComeApart) {
     std::sort(seen.begin(), seen.end());
     EXPECT_EQ("clknet outnet", Joined(seen));
     EXPECT_TRUE(set.Card() == 2 && set & String_t("out"));
-}
-
-TEST(Idioms, HashesTellAllBytesAndNullApart) {
-    ByteString const a("a\0b", 3), again{std::string_view(a)}, shorter("a", 1);
-    std::unordered_set<ByteString, std::hash<ByteString>, SameBytes> const seen{a, again, shorter};
-    std::unordered_set<String_t> const names{"net", "", "net", String_t()};
-    EXPECT_TRUE(seen.size() == 2 && names.size() == 3);
 }
 
 }  // namespace
