@@ -1,6 +1,8 @@
-// What standard C++ expects of every value and container: moves, swap, range-for, views, bindings.
+// What standard C++ expects of every value and container: moves, swap, range-for, views, hashes,
+// bindings, and that nothing is lost when a copy fails.
 #include <string_view>
 #include <type_traits>
+#include <unordered_set>
 
 #include "containers/set.h"
 #include "generic/autoarr"
@@ -46,6 +48,41 @@ TEST(Idioms, TableEntriesComeApart) {
     std::sort(seen.begin(), seen.end());
     EXPECT_EQ("clknet outnet", Joined(seen));
     EXPECT_TRUE(set.Card() == 2 && set & String_t("out"));
+}
+
+TEST(Idioms, HashesTellAllBytesAndNullApart) {
+    ByteString const a("a\0b", 3), again{std::string_view(a)}, shorter("a", 1);
+    std::unordered_set<ByteString, std::hash<ByteString>, SameBytes> const seen{a, again, shorter};
+    std::unordered_set<String_t> const names{"net", "", "net", String_t()};
+    EXPECT_TRUE(seen.size() == 2 && names.size() == 3);
+}
+
+struct Fragile : String_t {
+    inline static int copies_left = -1;  // the next copy throws when none are left
+    using String_t::String_t;
+    Fragile() = default;
+    Fragile(Fragile const& other) : String_t(other) { Spend(); }
+    Fragile& operator=(Fragile const& other) { return Spend(), String_t::operator=(other), *this; }
+    static void Spend() { copies_left-- == 0 ? throw std::bad_alloc() : void(); }
+};
+
+TEST(Idioms, AFailedCopyLeavesContainersAsTheyWere) {
+    TVarr<Fragile> array(4, VARR_DOUBLE);
+    TMap<int, Fragile, ByValue> map, target;
+    OHashTable<String_t, Fragile> table(7);
+    for (char const* const name : {"a", "b", "c", "d", "e", "f", "g"}) table.Add(name);
+    for (int i = 0; i < 4; ++i) array.App("x"), map[i];
+    target[5];
+    for (int const copies : {0, 1, 2, 3}) {
+        Fragile::copies_left = copies;
+        EXPECT_THROW(array.App("y"), std::bad_alloc);
+        Fragile::copies_left = copies;
+        EXPECT_THROW(target = map, std::bad_alloc);
+        Fragile::copies_left = copies;
+        EXPECT_THROW(table.Add("h"), std::bad_alloc);  // would have grown
+    }
+    EXPECT_TRUE(Joined(array) == "x x x x" && target.Find(5) && !target.Find(0));
+    EXPECT_TRUE(table.Size() == 7 && table.Card() == 7 && table.Find(String_t("a")));
 }
 
 }  // namespace

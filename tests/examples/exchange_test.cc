@@ -193,14 +193,6 @@ TEST_F(Exchange, EndsWithAllItsChildren) {
     }
 }
 
-TEST_F(Exchange, RefusesAddressesThatItCannotUse) {
-    Answers(
-        FRACTURE_SERVER_COMMAND,
-        {{"-l none/s", "fracture_server: cannot listen on ./none/s: No such file or directory\n1"},
-         {"-l s -p 0", "fracture_server: either ports or a local socket\n1"},
-         {"-p 1-65536", "fracture_server: not a range of ports: 1-65536\n1"}});
-}
-
 TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
     ServerSocketIn server(0, "127.0.0.1");
     ASSERT_LE(0, server.Listen(1));

@@ -2,7 +2,6 @@
 // what its messages are.
 #include <net/serversocket.h>
 #include <net/strbinstream.h>
-#include <sys/socket.h>
 #include <system/pstream.h>
 
 #include <regex>
@@ -64,25 +63,6 @@ TEST(PeerScript, DamagesTheLastValueOfMessages) {
             take.at(letter)(in);
         }
         EXPECT_EQ(status, in.Status()) << i << types;
-    }
-}
-
-TEST(PeerScript, JudgesCutMessages) {
-    Peer peer("judge ", " ");
-    OStrBinStream message(1);
-    TOList<String_t> texts;
-    texts.Append("7"), texts.Append("3:028b0148");  // with the checksum
-    message << String_t("is") << 7 << String_t("net") << texts;
-    char const* const bytes = message.Str();
-    for (int i = 0, whole = static_cast<int>(message.Len()); i < kMessages; ++i) {
-        auto const connection = peer.Accept();
-        IOSockStream io(connection.Get());
-        io.Write(bytes, i % (whole + 1)) << endm;
-        shutdown(connection.Get(), SHUT_WR);
-        String_t verdict;
-        io >> verdict;
-        EXPECT_EQ(i % (whole + 1) == whole, verdict == "good") << i << verdict;
-        EXPECT_TRUE(io.Good());
     }
 }
 
