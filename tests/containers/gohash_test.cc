@@ -93,14 +93,20 @@ void Step(std::mt19937& random, HashModel& model, Table& table, unsigned names) 
     StrCnt record{key};
     record.cnt = value;
     unsigned const call = random() % 40;
-    if (call < 16) {
+    if (std::size_t best = 0;
+        call == 0 && value < 40 && found < 0 && 2 * model.card < model.slots.size()) {
+        model.Find(name, &best), model.Add(name, value);
+        ASSERT_EQ(value, table._Add(static_cast<unsigned>(best), record)->cnt);
+    } else if (call < 16) {
         ASSERT_EQ(model.Add(name, value), (odd ? table.Add(record) : table += record) != nullptr);
     } else if (call < 20) {
         model.Add(name, value);
         ASSERT_EQ(model.slots[static_cast<std::size_t>(model.Find(name))].value,
                   table[record]->cnt);
     } else if (call < 30) {
-        StrCnt const* const gone = odd ? table.Del(key) : table -= record;
+        StrCnt const* const gone = found >= 0 && value % 3 == 0 ? table._Del(unsigned(found))
+                                   : odd                        ? table.Del(key)
+                                                                : table -= record;
         ASSERT_EQ(found >= 0, gone != nullptr);
         if (gone) model.Erase(at);
         ASSERT_TRUE(!gone || (gone->str.IsNull() && gone->cnt == 0));
