@@ -48,8 +48,10 @@ char Drop(Element element) {
 constexpr auto kDiffer = [](auto* data, void const* key) { return *PlaceOf(data) - *PlaceOf(key); };
 constexpr auto kCount = [](auto*, void* calls) { return ++*static_cast<int*>(calls); };
 
+constexpr auto kFindLink = [](DList const& list, auto... what) { return list.Find(what...); };
+constexpr auto kFindData = [](DPList const& list, auto... what) { return list.FindL(what...); };
 // The two-way lists with the names of the others.
-template <class List, class Iterator, class Data, auto Finder>
+template <class List, class Iterator, class Data, auto const& kFind>
 struct Double : List {
     using Element = decltype(List()[0]);
     using Place = Iterator;
@@ -60,14 +62,14 @@ struct Double : List {
     Element removeTop() { return this->RemoveFirst(); }
     Element removeBottom() { return this->RemoveLast(); }
     Element remove(Cmp cmp, void const* key) { return this->Remove(cmp, key); }
-    auto find(Cmp cmp, void const* key) const { return (this->*Finder)(cmp, key); }
+    auto find(Cmp cmp, void const* key) const { return kFind(*this, cmp, key); }
     int loop(Visit visit, void* arg) { return this->Loop(visit, arg); }
     int removeLoop(Cmp cmp, void const* key, Visit release, void* arg) {
         return this->RemoveLoop(cmp, key, release, arg);
     }
 };
-using PointerDouble = Double<DPList, DPListIterator, void const*, &DPList::FindL>;
-using LinkDouble = Double<DList, DListIterator, DLink const*, &DList::Find>;
+using PointerDouble = Double<DPList, DPListIterator, void const*, kFindData>;
+using LinkDouble = Double<DList, DListIterator, DLink const*, kFindLink>;
 
 template <class List>
 std::string Text(List const& list) {
