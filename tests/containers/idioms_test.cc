@@ -1,5 +1,5 @@
-// What standard C++ expects of every value and container: moves, swap, range-for, views, hashes,
-// bindings, and that nothing is lost when a copy fails.
+// What standard C++ expects of values and containers: moves and swaps that cannot throw, no views
+// by accident, range-for with bindings, hashes, and that nothing is lost when a copy fails.
 #include <string_view>
 #include <type_traits>
 #include <unordered_set>

@@ -204,7 +204,8 @@ TEST_F(Exchange, ClientsNameWhatTheServerDoesWrong) {
           Bytes(no, 0, no, 0, yes, (1 << 24) + 1), Bytes(yes, String_t("\033[2J"))})
         answers.emplace_back(answer, "protocol error");
     for (auto const& [answer, message] : answers) {
-        Start(FRACTURE_CLIENT_COMMAND " -t 1 " + address + " a.lay");
+        std::string const limit = answer.empty() ? " -t 1 " : " -t 60 ";
+        Start(FRACTURE_CLIENT_COMMAND + limit + address + " a.lay");
         Raw const client(server.Accept(60));
         EXPECT_EQ(Square(0), client.Receive(Square(0).size()));
         client.Send(answer);

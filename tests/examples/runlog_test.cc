@@ -11,10 +11,9 @@ TEST_F(RunLog, CopiesLinesAndEndsLikeTheCommand) {
         {"sh -c 'echo a; echo b >&2; exit 5'", ">a\n>b\n5"},
         {"sh -c 'printf a; sleep 0.1; echo b; kill -9 $$'", ">ab\n137"},
         {"sh -c 'sleep 5 & echo; echo a'", ">\n>a\n0"},  // does not wait for what is left
-        {"-t 0.2 sh -c 'echo a; exec sleep 5'", ">a\n143"},
+        {"-t 1 sh -c 'echo a; exec sleep 5'", ">a\n143"},
         {"-o log seq 2; cat log >stdout", ">1\n>2\n0"},
         {"", "runlog: no command given\n125"},
-        {"-o /dev/full echo a", "runlog: cannot write /dev/full: No space left on device\n125"},
         {"none-such", "runlog: cannot run none-such: No such file or directory\n127"}};
     std::regex const stamp(R"((^|\n)\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3}  )");
     for (auto const& [arguments, want] : rows) {

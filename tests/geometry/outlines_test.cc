@@ -116,8 +116,9 @@ TEST(GuDeleteRedundantPoints, KeepsTheCorners) {
 }
 
 TEST(GuSizing, EndsOfTheRangeAndOddOutlines) {
-    // Axis-parallel, distance: points. Too few points are refused, and outlines that turn back. A
-    // middle point moves along a horizontal run, but across a vertical one.
+    // Axis-parallel, distance: points. Refused are a single point, and outlines that turn back or
+    // repeat their first point. A middle point moves along a horizontal run, but across a vertical
+    // one.
     for (auto& [text, n, p, want] : PointRows{
              "0 1: 3 3 >", "0 1: 7 7, 7 7 > 0 0", "0 1: 0 0, 10 0, 10 10, 0 10, 0 0 >",
              "0 1: 0 0, 5 0, 2 0, 2 7 >",

@@ -28,7 +28,7 @@ def check_depends(depends, library):
     for kind, wanted in re.findall(r"Name: (GLIBC|GLIBCXX)_([\d.]+)", run("readelf", "-V", library)):
         package, least = (("libc6", version(wanted)) if kind == "GLIBC" else
                           ("libstdc++6", LIBSTDCXX.get(version(wanted), ())))
-        if stated[package] < least:
+        if stated[package] < least or (kind == "GLIBCXX" and version(wanted) > max(LIBSTDCXX)):
             sys.exit(f"{library} needs {package} {least}, the package says {depends}")
 
 

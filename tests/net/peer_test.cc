@@ -1,5 +1,5 @@
 // Typed streams against an end that shares no code with them: examples/peer.py, which also tells
-// what its messages are.
+// what its messages are; and the page about the format.
 #include <net/serversocket.h>
 #include <net/strbinstream.h>
 #include <system/pstream.h>

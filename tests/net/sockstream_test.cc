@@ -1,5 +1,6 @@
 #include "net/sockstream.h"
 
+#include <signal.h>
 #include <sys/socket.h>
 
 #include <thread>

@@ -19,7 +19,7 @@ std::string BigEnd(std::uint64_t value, unsigned bytes) {
     return result;
 }
 
-TEST(SockStreamValues, AreNotSentWhenTheyDoNotFit) {
+TEST(SockStreamValues, KeepTheirBoundsAndNullTextsAreEmpty) {
     EXPECT_EQ(std::string(1 + 4, '\0'), Sent(static_cast<char const*>(nullptr)) + Sent(String_t()));
     Sink out;
     for (std::int64_t const value : {1LL << 31, -(1LL << 31) - 1, 1LL << 32}) {

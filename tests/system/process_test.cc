@@ -3,7 +3,6 @@
 #include <functional>
 #include <thread>
 
-#include "system/sigblock.h"
 #include "tests/system/processes.h"
 
 using P = Process;
