@@ -127,7 +127,7 @@ HashIndex::HashIndex(std::uint32_t n) : HashIndex() {
         quotient_shift = 40U + static_cast<unsigned>(31 - __builtin_clz(n));
         reciprocal = (std::uint64_t{1} << quotient_shift) / n + 1;
     }
-    hashes.reset(new std::uint32_t[n]);
+    ghashes.reset(new std::uint32_t[n]);
     entries.reset(new Entry[mask + 1]);
     used.reset(new Word[Words()]);
     full.reset(new Word[FullWords()]);
@@ -140,7 +140,7 @@ HashIndex::HashIndex(HashIndex const& other) : HashIndex(other.size) {
     std::copy(other.full.get(), other.full.get() + FullWords(), full.get());
     std::copy(other.entries.get(), other.entries.get() + mask + 1, entries.get());
     for (std::uint32_t slot = 0; slot < size; ++slot)
-        if (IsUsed(slot)) hashes[slot] = other.hashes[slot];
+        if (IsUsed(slot)) ghashes[slot] = other.ghashes[slot];
 }
 
 void HashIndex::Swap(HashIndex& other) noexcept {
@@ -149,7 +149,7 @@ void HashIndex::Swap(HashIndex& other) noexcept {
     std::swap(shift, other.shift);
     std::swap(reciprocal, other.reciprocal);
     std::swap(quotient_shift, other.quotient_shift);
-    hashes.swap(other.hashes);
+    ghashes.swap(other.ghashes);
     entries.swap(other.entries);
     used.swap(other.used);
     full.swap(other.full);
@@ -190,7 +190,7 @@ std::uint32_t HashIndex::FreeFrom(std::uint32_t slot) const {
 }
 
 void HashIndex::Free(std::uint32_t slot, Fingerprint const& print) {
-    std::size_t i = Home(print.hash);
+    std::size_t i = HomeEntry(print.hash);
     while (entries[i].slot != slot) i = Next(i);
     Free({slot, static_cast<std::uint32_t>(i)});
 }
@@ -201,7 +201,7 @@ void HashIndex::Free(Spot const& spot) {
     full[spot.slot / 4096] &= ~(Word{1} << spot.slot / 64 % 64);
     std::size_t gap = spot.entry;
     for (std::size_t i = Next(gap); entries[i].slot != kNone; i = Next(i)) {
-        std::size_t const home = Home(entries[i].hash);
+        std::size_t const home = HomeEntry(entries[i].hash);
         if (((i - home) & mask) < ((i - gap) & mask)) continue;
         entries[gap] = entries[i];
         gap = i;
@@ -243,7 +243,7 @@ void HashIndex::EnterAll(HashIndex const& old, std::uint32_t const* moved) {
         }
         for (std::size_t k = 0; k < n; ++k) {
             Entry const& entry = old.entries[listed[k]];
-            std::size_t to = Home(entry.hash);
+            std::size_t to = HomeEntry(entry.hash);
             while (entries[to].slot != kNone) to = Next(to);
             entries[to] = {entry.mark, entry.hash, moved[entry.slot]};
         }
@@ -257,7 +257,7 @@ HashIndex HashIndex::Rebuilt(std::uint32_t n, std::uint32_t* moved) const {
         HashIndex fresh(n);
         std::uint32_t const count = std::min(card, n - n / 8);
         for (std::uint32_t i = 0; i < count; ++i) {
-            std::uint32_t const slot = order[i], ghash = hashes[slot];
+            std::uint32_t const slot = order[i], ghash = ghashes[slot];
             moved[slot] = fresh.FreeSlot(ghash, fresh.HomeSlot(ghash));
             fresh.Take(moved[slot], ghash);
         }

@@ -60,7 +60,7 @@ public:
     template <class Same>  // bool Same(std::uint32_t slot)
     Spot Find(Fingerprint const& print, Same const& same) const {
         if (size == 0) return {kNone, 0};
-        for (std::size_t i = Home(print.hash);; i = Next(i)) {
+        for (std::size_t i = HomeEntry(print.hash);; i = Next(i)) {
             Entry const& entry = entries[i];
             if (entry.slot == kNone || (entry.hash == print.hash && entry.mark == print.mark &&
                                         (print.Unique() || same(entry.slot))))
@@ -105,10 +105,10 @@ private:
     std::uint32_t Quotient(std::uint32_t ghash) const {
         return static_cast<std::uint32_t>(ghash * reciprocal >> quotient_shift);
     }
-    std::size_t Home(std::uint32_t hash) const { return hash >> shift; }
+    std::size_t HomeEntry(std::uint32_t hash) const { return hash >> shift; }
     std::size_t Next(std::size_t i) const { return (i + 1) & mask; }
     void Take(std::uint32_t slot, std::uint32_t ghash) {
-        hashes[slot] = ghash;
+        ghashes[slot] = ghash;
         Word& word = used[slot / 64];
         word |= Word{1} << slot % 64;
         if (word == ~Word{0}) full[slot / 4096] |= Word{1} << slot / 64 % 64;
@@ -122,8 +122,8 @@ private:
     std::size_t mask;  // entries, a power of 2 above size, less 1
     unsigned shift;    // from the hash of a fingerprint to an entry
     unsigned quotient_shift = 0;
-    std::uint64_t reciprocal = 0;             // 2^quotient_shift / size + 1; 0 from 2^24 slots on
-    std::unique_ptr<std::uint32_t[]> hashes;  // by slot: the GHash of its text
+    std::uint64_t reciprocal = 0;              // 2^quotient_shift / size + 1; 0 from 2^24 slots on
+    std::unique_ptr<std::uint32_t[]> ghashes;  // by slot: the GHash of its text
     std::unique_ptr<Entry[]> entries;
     std::unique_ptr<Word[]> used;  // a bit for each slot; those behind the last one are set
     std::unique_ptr<Word[]> full;  // a bit for each word of `used` without a zero, likewise

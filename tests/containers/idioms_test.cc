@@ -80,9 +80,12 @@ TEST(Idioms, AFailedCopyLeavesContainersAsTheyWere) {
         EXPECT_THROW(target = map, std::bad_alloc);
         Fragile::copies_left = copies;
         EXPECT_THROW(table.Add("h"), std::bad_alloc);  // would have grown
+        Fragile::copies_left = 0;
+        EXPECT_THROW(table.Del(String_t("a")), std::bad_alloc);
     }
     EXPECT_TRUE(Joined(array) == "x x x x" && target.Find(5) && !target.Find(0));
-    EXPECT_TRUE(table.Size() == 7 && table.Card() == 7 && table.Find(String_t("a")));
+    EXPECT_TRUE(table.Size() == 7 && table.Card() == 7 && table.Add("h") &&
+                table.Find(String_t("a")));
 }
 
 }  // namespace
